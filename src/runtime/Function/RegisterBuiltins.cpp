@@ -1,0 +1,15 @@
+#include "runtime/Code/Builtins.h"
+#include "runtime/Function/Registration.h"
+
+void register_runtime_builtins() {
+  static bool done = false;
+  if (done) return;
+  done = true;
+  register_value_builtins();
+  register_array_builtins();
+  register_string_builtins();
+  register_math_builtins();
+  register_dialog_builtins();
+  register_buffer_builtins();
+  register_external_builtins();
+}

@@ -1,0 +1,11 @@
+// Registration of the runtime's built-ins by family; each family's unit
+// defines its own function, and register_runtime_builtins calls them all.
+#pragma once
+
+void register_value_builtins();     // real, bool, string, is_string (Code)
+void register_array_builtins();     // array_* (Code)
+void register_string_builtins();    // string_*, sha1_string_utf8 (Function)
+void register_math_builtins();      // math, random, get_timer (Function)
+void register_dialog_builtins();    // show_message, show_question, show_debug_message (Function)
+void register_buffer_builtins();    // buffer_* (Buffer)
+void register_external_builtins();  // external_define, external_call (Extension)

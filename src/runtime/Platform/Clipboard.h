@@ -1,0 +1,12 @@
+// The system clipboard (an in-process one in headless runs).
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+void clipboard_set_text(const std::string& text);
+std::string clipboard_get_text();
+bool clipboard_has_text();
+
+}  // namespace platform

@@ -1,0 +1,58 @@
+// Choice of backends: headless or the window system's.
+#include <SDL.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "runtime/Platform/Clipboard.h"
+#include "runtime/Platform/Dialogs.h"
+#include "runtime/Platform/Headless.h"
+
+namespace platform {
+namespace {
+
+int g_headless = -1;  // -1: not decided yet
+std::unique_ptr<Dialogs> g_dialogs;
+std::string g_clipboard;  // the headless clipboard
+
+}  // namespace
+
+bool headless() {
+  if (g_headless < 0) {
+    const char* env = std::getenv("VELANT_HEADLESS");
+    g_headless = env && *env && *env != '0';
+  }
+  return g_headless != 0;
+}
+
+void set_headless(bool value) { g_headless = value; }
+
+Dialogs& dialogs() {
+  if (!g_dialogs) {
+    if (!headless()) g_dialogs = make_window_dialogs();
+    // Without a display the text still reaches the user on the terminal.
+    if (!g_dialogs) g_dialogs = make_headless_dialogs(stdout, stderr);
+  }
+  return *g_dialogs;
+}
+
+void set_dialogs(std::unique_ptr<Dialogs> d) { g_dialogs = std::move(d); }
+
+void clipboard_set_text(const std::string& text) {
+  if (headless() || SDL_SetClipboardText(text.c_str()) != 0) g_clipboard = text;
+}
+
+std::string clipboard_get_text() {
+  if (headless() || !SDL_WasInit(SDL_INIT_VIDEO)) return g_clipboard;
+  char* text = SDL_GetClipboardText();
+  std::string result = text ? text : "";
+  SDL_free(text);
+  return result;
+}
+
+bool clipboard_has_text() {
+  if (headless() || !SDL_WasInit(SDL_INIT_VIDEO)) return !g_clipboard.empty();
+  return SDL_HasClipboardText() == SDL_TRUE;
+}
+
+}  // namespace platform
