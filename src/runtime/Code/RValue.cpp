@@ -190,28 +190,36 @@ RValue::RValue(RValue&& other) noexcept : i64(other.i64), flags(other.flags), ki
 
 RValue& RValue::operator=(const RValue& other) {
   if (this == &other) return *this;
-  // Raise the source array's count first so that releasing the target
-  // (which may be the only other holder) can't free it.
-  const bool source_array = other.kind() == Kind::Array && other.arr;
-  if (source_array) ++other.arr->refcount;
+  // The source may live inside what the target holds (an element of the
+  // target's array): read it and raise its array's count before the target
+  // is released, so that the release can't free it.
+  const int64_t payload = other.i64;
+  const uint32_t other_flags = other.flags;
+  const uint32_t other_kind = other.kind_word;
+  RefArray* const source_array = other.kind() == Kind::Array ? other.arr : nullptr;
+  if (source_array) ++source_array->refcount;
   release();
-  i64 = other.i64;
-  flags = other.flags;
-  kind_word = other.kind_word;
+  i64 = payload;
+  flags = other_flags;
+  kind_word = other_kind;
   take_reference();
-  if (source_array) --other.arr->refcount;
+  if (source_array) --source_array->refcount;
   return *this;
 }
 
 RValue& RValue::operator=(RValue&& other) noexcept {
   if (this == &other) return *this;
-  release();
-  i64 = other.i64;
-  flags = other.flags;
-  kind_word = other.kind_word;
-  if (kind() == Kind::Array && arr && arr->owner == 0) arr->owner = current_array_owner();
+  // Take the source out first: it may live inside what the target holds.
+  const int64_t payload = other.i64;
+  const uint32_t other_flags = other.flags;
+  const uint32_t other_kind = other.kind_word;
   other.i64 = 0;
   other.kind_word = static_cast<uint32_t>(Kind::Unset);
+  release();
+  i64 = payload;
+  flags = other_flags;
+  kind_word = other_kind;
+  if (kind() == Kind::Array && arr && arr->owner == 0) arr->owner = current_array_owner();
   return *this;
 }
 
