@@ -12,5 +12,6 @@ void register_runtime_builtins() {
   register_dialog_builtins();
   register_buffer_builtins();
   register_external_builtins();
+  register_asset_builtins();
   register_ds_map_builtins();
 }

@@ -10,3 +10,4 @@ void register_dialog_builtins();    // show_message, show_question and their asy
 void register_buffer_builtins();    // buffer_* (Buffer)
 void register_external_builtins();  // external_define, external_call (Extension)
 void register_ds_map_builtins();    // ds_map_* (Support)
+void register_asset_builtins();     // asset_get_index (Support)

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 
 #include "runtime/Platform/Clipboard.h"
 #include "runtime/Platform/Dialogs.h"
@@ -13,6 +14,7 @@ namespace {
 
 int g_headless = -1;  // -1: not decided yet
 std::unique_ptr<Dialogs> g_dialogs;
+std::mutex g_dialogs_mutex;  // asynchronous dialogs reach for them from worker threads
 std::string g_clipboard;  // the headless clipboard
 
 }  // namespace
@@ -28,6 +30,7 @@ bool headless() {
 void set_headless(bool value) { g_headless = value; }
 
 Dialogs& dialogs() {
+  std::lock_guard lock(g_dialogs_mutex);
   if (!g_dialogs) {
     if (!headless()) g_dialogs = make_window_dialogs();
     // Without a display the text still reaches the user on the terminal.
@@ -36,7 +39,10 @@ Dialogs& dialogs() {
   return *g_dialogs;
 }
 
-void set_dialogs(std::unique_ptr<Dialogs> d) { g_dialogs = std::move(d); }
+void set_dialogs(std::unique_ptr<Dialogs> d) {
+  std::lock_guard lock(g_dialogs_mutex);
+  g_dialogs = std::move(d);
+}
 
 void clipboard_set_text(const std::string& text) {
   if (headless() || SDL_SetClipboardText(text.c_str()) != 0) g_clipboard = text;
