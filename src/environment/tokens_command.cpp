@@ -1,0 +1,25 @@
+#include <cstdio>
+#include <fstream>
+
+#include "environment/commands.h"
+#include "language/sound_assets.h"
+#include "language/tokenization.h"
+
+int tokens_command(int argc, char** argv) {
+  if (argc != 3) {
+    std::fprintf(stderr, "uso: velant tokens FILE\n");
+    return 2;
+  }
+  const std::string path = argv[2];
+  if (!std::ifstream(path)) {
+    std::fprintf(stderr, "velant: impossibile aprire il file \"%s\"\n", path.c_str());
+    return 2;
+  }
+  register_language_sounds();
+  TokenProgram program;
+  // A literal division by zero ends the start: its message has been shown.
+  if (tokenization_of_file(program, path) == TokenizationResult::DivisionByZero) return 1;
+  const std::string listing = token_listing(program);
+  std::fwrite(listing.data(), 1, listing.size(), stdout);
+  return 0;
+}

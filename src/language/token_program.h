@@ -1,0 +1,25 @@
+// The token program of an instance: the flat array of token texts that the
+// statement walk runs on, with its block positions and per-position memos.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "runtime/Code/RValue.h"
+
+struct TokenProgram {
+  // Token texts. Index 0 holds "INIZIA", then the program's tokens, an empty
+  // text, and "FINE" at `totale_tok`, which stops scans that run ahead. The
+  // statement walk writes its marks into these texts.
+  std::vector<RValue> tok;
+  int totale_tok = 0;
+  int INIZIA = 0;   // the position of "INIZIA": the block run once
+  int DISEGNA = 0;  // the position of "CICLO_CONTINUO": the block run every frame
+  std::vector<int> tok_ok;               // 1 where a position can start a statement
+  std::vector<int> mem_argn;             // arguments counted for the call at a position; 0 not yet
+  std::vector<std::string> pixel_art;    // the picture text of a pixel-art call at a position
+  std::vector<int> pixel_surf;           // its cached surface, -4 for none
+  std::vector<std::string> tok_var_name;
+  // The keyword table with each entry's first blank joined, as the tokeniser left it.
+  std::vector<std::string> ctrl_keyword;
+};
