@@ -7,6 +7,8 @@
 // wrote.
 #include "language/tokenization.h"
 
+#include <array>
+
 #include "language/tokenizer.h"
 #include "runtime/Code/Conversions.h"
 
@@ -42,7 +44,7 @@ std::string token_listing(const TokenProgram& program) {
 namespace {
 
 // Stages 1 to 40 in the order they run; stage 41 ends the pipeline and can stop the start.
-constexpr void (Tokenizer::*STAGES[])() = {
+constexpr std::array<void (Tokenizer::*)(), 40> STAGES = {
     &Tokenizer::read_program,                 // 1: code.txt into one text, "#" ending each line
     &Tokenizer::serve_include,                // 2: the first "includi" is replaced by the file it names
     &Tokenizer::guard_braces_and_join_words,  // 3
@@ -88,7 +90,7 @@ constexpr void (Tokenizer::*STAGES[])() = {
 }  // namespace
 
 void Tokenizer::run_stages(int last) {
-  for (int stage = 1; stage <= last && stage <= 40; ++stage) (this->*STAGES[stage - 1])();
+  for (int stage = 1; stage <= last && stage <= 40; ++stage) (this->*STAGES[static_cast<size_t>(stage - 1)])();
 }
 
 TokenizationResult Tokenizer::run() {

@@ -125,7 +125,13 @@ int run_with_top_level_catch(const std::function<int()>& body) {
 }
 
 void debug_output(const std::string& text) {
-  std::FILE* out = g_debug_file ? g_debug_file : stderr;
+  // Without a file the stream goes nowhere, unless VELANT_DEBUG asks for standard error.
+  static const bool to_stderr = [] {
+    const char* env = std::getenv("VELANT_DEBUG");
+    return env && *env && *env != '0';
+  }();
+  std::FILE* out = g_debug_file ? g_debug_file : (to_stderr ? stderr : nullptr);
+  if (!out) return;
   std::fwrite(text.data(), 1, text.size(), out);
   if (text.empty() || text.back() != '\n') std::fputc('\n', out);
   std::fflush(out);

@@ -83,7 +83,8 @@ std::string uncaught_error_text(const QvScriptException& e);
 // Error" dialog, logged as "ERROR!!! :: ..." and turned into exit status 1.
 int run_with_top_level_catch(const std::function<int()>& body);
 
-// The runtime's debug stream: plain text lines for developers.
+// The runtime's debug stream: plain text lines for developers. It goes to
+// the file set here, or to standard error when VELANT_DEBUG is set, else nowhere.
 void debug_output(const std::string& text);
-// Sends the debug stream somewhere else than standard error (null: back to it).
+// Sends the debug stream to `file` (null: back to the default).
 void set_debug_output_file(std::FILE* file);
