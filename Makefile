@@ -13,7 +13,7 @@ test: build
 	cd $(BUILD) && xvfb-run -a ctest --output-on-failure -j$(JOBS)
 
 bench: build
-	./$(BUILD)/bench/velant_bench
+	xvfb-run -a ./$(BUILD)/bench/velant_bench
 
 build: deps
 	cmake -S . -B $(BUILD) $(CMAKE_FLAGS)

@@ -202,11 +202,10 @@ bool Tokenizer::final_token_loop() {
     }
     const std::string_view t = tok[i].string_view();
     if (text_edit::contains(t, "/0") && !text_edit::contains(t, "/0.") && !is_string_token(tok[i])) {
+      // The message is shown here; the caller goes back to the editor.
       RValue message = RValue::text("Errore: non si può dividere per zero!");
       RValue result;
       builtin_call("show_message", result, nullptr, nullptr, 1, &message);
-      RValue editor = RValue::number(2);
-      builtin_call("room_goto", result, nullptr, nullptr, 1, &editor);
       return false;
     }
     if (count_char(t, '"') == 2) restore_string_token(i);

@@ -21,7 +21,7 @@ LanguageGlobals& language_globals();
 
 enum class TokenizationResult {
   Ready,           // the token program is ready to run
-  DivisionByZero,  // a literal division by zero: the message was shown and the start ends
+  DivisionByZero,  // a literal division by zero: the message was shown; the caller goes back to the editor
 };
 
 // Reads `working_directory` + "code.txt" (a missing file reads as empty),

@@ -14,4 +14,8 @@ void register_runtime_builtins() {
   register_external_builtins();
   register_asset_builtins();
   register_ds_map_builtins();
+  register_input_builtins();
+  register_instance_builtins();
+  register_sprite_builtins();
+  register_collision_builtins();
 }

@@ -1,0 +1,168 @@
+#include "runtime/Run/MainLoop.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <thread>
+
+#include "runtime/Code/Builtins.h"
+#include "runtime/Code/Error.h"
+#include "runtime/Object/Objects.h"
+#include "runtime/Platform/Clock.h"
+#include "runtime/Platform/Headless.h"
+#include "runtime/Platform/Window.h"
+#include "runtime/Room/Room.h"
+#include "runtime/Run/Frame.h"
+#include "runtime/Run/FrameState.h"
+
+namespace {
+
+// Options that take the next word as their argument.
+bool takes_argument(const std::string& word) {
+  return word == "-game" || word == "-exit" || word == "-dir" || word == "-minidumpdir" || word == "-debugoutput" ||
+         word == "-sleepmargin" || word == "-monitor";
+}
+
+void debug_line(const char* line) { debug_output(line); }
+
+// Waits for the next frame: the kernel sleeps for all but the sleep margin,
+// a busy loop does the rest, so the frame starts on time.
+void wait_for_frame(int64_t wait, int32_t sleep_margin_ms) {
+  if (wait <= 0) return;
+  const int64_t until = platform::clock_microseconds() + std::min<int64_t>(wait, 3000000);
+  const int64_t sleep_ms = (wait - sleep_margin_ms * 1000) / 1000;
+  if (sleep_ms > 0) std::this_thread::sleep_for(std::chrono::milliseconds(sleep_ms));
+  while (platform::clock_microseconds() < until) {
+    std::this_thread::yield();
+  }
+}
+
+// One run of the game, from start-up to its end; true when it is to restart.
+bool run_game(const RuntimeOptions& options, const std::function<void()>& setup_game) {
+  debug_line("Create Error Form\n");
+  register_runtime_builtins();
+  // The game's objects and rooms stand in for the asset package.
+  setup_game();
+  debug_line("Get Resolution\n");
+  debug_line("Create Window\n");
+  platform::Window& window = platform::window();
+  // The window takes the first room's size; the game's display name is its caption.
+  const RoomDescription* first = room_description(0);
+  window.create(first ? first->width : 1024, first ? first->height : 768, "Velant", {});
+  debug_line("Init Graphics\n");
+  debug_line("IO Init\n");
+  window.poll_events();
+  debug_line("Process Messages\n");
+  if (!options.headless) debug_line("Splash!\n");
+  debug_line("Start Frame\n");
+  debug_line("VM Init\n");
+  debug_line("Create Load Form\n");
+  debug_line("Do The Work\n");
+  debug_line("LoadGameData()\n");
+  debug_line("Variable_Global_Init()\n");
+  debug_line("PrepareGame()\n");
+  objects_prepare();
+  debug_line("Finished PrepareGame() \n");
+  debug_line("Run_Start\n");
+  debug_line("Done ObjectLists\n");
+  debug_line("About to startroom\n");
+  if (room_count() == 0) {
+    debug_line("Game ended before loading first room\n");
+    return false;
+  }
+  if (room_target() == ROOM_NONE) set_room_target(0);
+  room_change(true);
+  debug_line("**********************************.\n");
+  debug_line("Entering main loop.\n");
+  debug_line("**********************************.\n");
+
+  int64_t frames = 0;
+  bool restart = false;
+  for (;;) {
+    const int64_t frame_start = platform::clock_microseconds();
+    window.poll_events();
+    if (window.should_quit()) {
+      debug_line("###game_end###254\n");
+      break;
+    }
+    if (window.take_resized()) frame_state().window_resized = true;
+    if (room_target() == ROOM_RESTART_GAME) {
+      restart = true;
+      break;
+    }
+    if (!frame_run()) break;
+    window.swap();
+    if (options.max_frames >= 0 && ++frames >= options.max_frames) break;
+    if (!options.headless) {
+      const int64_t elapsed = platform::clock_microseconds() - frame_start;
+      wait_for_frame(frame_wait(frame_state().game_speed, elapsed), options.sleep_margin_ms);
+    }
+  }
+  game_finish();
+  rooms_clear();
+  objects_clear();
+  return restart;
+}
+
+}  // namespace
+
+std::vector<std::string> split_command_line(const std::string& line) {
+  std::vector<std::string> words;
+  std::string word;
+  bool quoted = false, any = false;
+  for (const char c : line) {
+    if (c == '"') {
+      quoted = !quoted;
+      any = true;
+    } else if (static_cast<unsigned char>(c) < 33 && !quoted) {
+      if (any) words.push_back(word);
+      word.clear();
+      any = false;
+    } else {
+      if (word.size() < 4095) word.push_back(c);
+      any = true;
+    }
+  }
+  if (any) words.push_back(word);
+  return words;
+}
+
+RuntimeOptions parse_command_line(const std::vector<std::string>& words) {
+  RuntimeOptions o;
+  for (size_t i = 1; i < words.size(); ++i) {
+    const std::string& w = words[i];
+    const std::string next = takes_argument(w) && i + 1 < words.size() ? words[i + 1] : std::string();
+    if (w == "-game") o.game = next;
+    else if (w == "-exit") o.exit_game = next;
+    else if (w == "-debugoutput") o.debug_output = next;
+    else if (w == "-sleepmargin") o.sleep_margin_ms = std::atoi(next.c_str());
+    else if (w == "-outputdebugstring") o.output_debug_string = true;
+    else if (w == "-headless") o.headless = true;
+    else if (w == "-noaudio") o.no_audio = true;
+    else if (w == "-inawindow") o.in_a_window = true;
+    else if (w == "-noerrors") o.no_errors = true;
+    if (takes_argument(w)) ++i;
+  }
+  return o;
+}
+
+int64_t frame_wait(int32_t frame_rate, int64_t elapsed) {
+  const int64_t share = 1000000 / (frame_rate > 0 ? frame_rate : 30);
+  return std::clamp<int64_t>(share - elapsed, 0, 1000000);
+}
+
+int runtime_run(const RuntimeOptions& options, const std::function<void()>& setup_game) {
+  std::FILE* debug_file = nullptr;
+  if (!options.debug_output.empty()) debug_file = std::fopen(options.debug_output.c_str(), "w");
+  set_debug_output_file(debug_file ? debug_file : (options.output_debug_string ? stderr : nullptr));
+  platform::set_headless(options.headless);
+  platform::clock_start();
+  platform::make_window(options.headless);
+  set_game_exit_status(0);
+  while (run_game(options, setup_game)) {
+  }
+  set_debug_output_file(nullptr);
+  if (debug_file) std::fclose(debug_file);
+  return game_exit_status();
+}
