@@ -169,6 +169,7 @@ void deletion_pass() {
 void room_change(bool game_start) {
   World& w = world();
   const int32_t target = w.target;
+  if (!room_description(target)) return;  // room_goto refuses such targets; a direct setter could not
   if (w.room) {
     // Room End runs with the target cleared, so that its events aren't dropped.
     deletion_pass();
