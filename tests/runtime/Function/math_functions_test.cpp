@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
@@ -7,10 +8,13 @@
 #include <limits>
 #include <map>
 #include <numbers>
+#include <sstream>
+#include <string>
 #include <thread>
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
+#include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Function/MathFunctions.h"
 #include "runtime/Function/Random.h"
@@ -53,17 +57,11 @@ std::vector<double> draws(int count) {
 // Rounding
 
 TEST(MathRounding, RoundTakesExactHalvesToEvenAndLeavesInfinitiesAndNaN) {
-  EXPECT_EQ(rt::round(0.5), 0);
-  EXPECT_EQ(rt::round(1.5), 2);
-  EXPECT_EQ(rt::round(2.5), 2);
-  EXPECT_EQ(rt::round(3.5), 4);
-  EXPECT_EQ(rt::round(-2.5), -2);
-  EXPECT_EQ(rt::round(-3.5), -4);
-  EXPECT_EQ(rt::round(2.4999), 2);
-  EXPECT_EQ(rt::round(2.5001), 3);
-  EXPECT_EQ(rt::round(-0.7), -1);
-  EXPECT_EQ(rt::round(INF), INF);
-  EXPECT_EQ(rt::round(-INF), -INF);
+  const std::pair<double, double> cases[] = {
+      {0.5, 0},    {1.5, 2},    {2.5, 2},  {3.5, 4},   {-2.5, -2},  {-3.5, -4},
+      {2.4999, 2}, {2.5001, 3}, {-0.7, -1}, {INF, INF}, {-INF, -INF},
+  };
+  for (const auto& [x, rounded] : cases) EXPECT_EQ(rt::round(x), rounded) << x;
   EXPECT_TRUE(std::isnan(rt::round(NaN)));
 }
 
@@ -82,8 +80,7 @@ TEST(MathRounding, FloorCeilAndSignedFraction) {
 TEST(MathPowers, SqrtOfNegativeOrNaNIsFatalWithItsWords) {
   EXPECT_EQ(rt::sqrt(16), 4);
   EXPECT_EQ(rt::sqrt(0), 0);
-  EXPECT_FATAL(rt::sqrt(-1), "Cannot apply sqrt to negative number.");
-  EXPECT_FATAL(rt::sqrt(-INF), "Cannot apply sqrt to negative number.");
+  for (const double x : {-1.0, -INF}) EXPECT_FATAL(rt::sqrt(x), "Cannot apply sqrt to negative number.");
   EXPECT_FATAL(rt::sqrt(NaN), "Cannot apply sqrt to NaN");
 
   // While errors are suppressed the caller goes on with 0.
@@ -114,11 +111,8 @@ TEST(MathTrigonometry, ArcsinAndArccosClampWithinEpsilonAndRefuseFarther) {
   EXPECT_DOUBLE_EQ(rt::arccos(1.000009), 0);
   EXPECT_DOUBLE_EQ(rt::arccos(-1.000009), PI);
   EXPECT_DOUBLE_EQ(rt::arcsin(0.5), PI / 6);
-  EXPECT_FATAL(rt::arcsin(1.00002), "Error in function arcsin().");
-  EXPECT_FATAL(rt::arcsin(-1.00002), "Error in function arcsin().");
-  EXPECT_FATAL(rt::arcsin(NaN), "Error in function arcsin().");
-  EXPECT_FATAL(rt::arccos(1.00002), "Error in function arccos().");
-  EXPECT_FATAL(rt::arccos(-2), "Error in function arccos().");
+  for (const double x : {1.00002, -1.00002, NaN}) EXPECT_FATAL(rt::arcsin(x), "Error in function arcsin().");
+  for (const double x : {1.00002, -2.0}) EXPECT_FATAL(rt::arccos(x), "Error in function arccos().");
   // The degree forms share the check.
   EXPECT_DOUBLE_EQ(rt::darcsin(1.000009), 90);
   EXPECT_DOUBLE_EQ(rt::darccos(-1.000009), 180);
@@ -144,7 +138,7 @@ TEST(MathTrigonometry, DegreeFormsAgreeWithRadianForms) {
 // ---------------------------------------------------------------------------
 // Ranges and statistics
 
-TEST(MathStatistics, ClampLerpMeanAndMedian) {
+TEST(MathStatistics, ClampLerpMeanMedianAbsAndSign) {
   EXPECT_EQ(rt::clamp(5, 0, 3), 3);
   EXPECT_EQ(rt::clamp(-1, 0, 3), 0);
   EXPECT_EQ(rt::clamp(2, 0, 3), 2);
@@ -159,9 +153,7 @@ TEST(MathStatistics, ClampLerpMeanAndMedian) {
   EXPECT_EQ(rt::median(four), 3);
   EXPECT_EQ(rt::median(three), 3);
   EXPECT_EQ(rt::median({}), 0);
-}
 
-TEST(MathStatistics, AbsAndSign) {
   EXPECT_EQ(rt::abs(-2.5), 2.5);
   EXPECT_EQ(rt::abs(2.5), 2.5);
   EXPECT_EQ(rt::sign(-0.1), -1);
@@ -193,13 +185,13 @@ TEST(MathStatistics, MinAndMaxReturnTheArgumentItselfAndTheFirstOfEquals) {
 // Angles and distances
 
 TEST(MathAngles, AngleDifferenceWrapsIntoAHalfTurnEitherWay) {
-  EXPECT_FLOAT_EQ(rt::angle_difference(10, 350), 20);
-  EXPECT_FLOAT_EQ(rt::angle_difference(350, 10), -20);
-  EXPECT_FLOAT_EQ(rt::angle_difference(90, 0), 90);
-  EXPECT_FLOAT_EQ(rt::angle_difference(765, 0), 45);
-  EXPECT_FLOAT_EQ(rt::angle_difference(-370, 0), -10);
-  EXPECT_FLOAT_EQ(rt::angle_difference(180, 0), -180);
-  EXPECT_FLOAT_EQ(rt::angle_difference(0, 180), -180);
+  struct Case {
+    float a, b;
+    double difference;
+  };
+  const Case cases[] = {{10, 350, 20}, {350, 10, -20},  {90, 0, 90},     {765, 0, 45},
+                        {-370, 0, -10}, {180, 0, -180}, {0, 180, -180}};
+  for (const Case& c : cases) EXPECT_FLOAT_EQ(rt::angle_difference(c.a, c.b), c.difference) << c.a << ", " << c.b;
 }
 
 TEST(MathAngles, DistancesAndStepsWithYGrowingDownward) {
@@ -300,23 +292,13 @@ TEST(Random, ChooseReturnsOneArgumentWithItsKind) {
   std::map<Kind, int> seen;
   for (int i = 0; i < 300; ++i) {
     const RValue picked = rt::choose(options);
+    const bool is_an_option = std::ranges::any_of(options, [&](const RValue& o) {
+      return o.kind() == picked.kind() && value_to_text(o) == value_to_text(picked);
+    });
+    ASSERT_TRUE(is_an_option) << "picked " << value_to_text(picked) << " of kind " << kind_name(picked.kind());
     ++seen[picked.kind()];
-    switch (picked.kind()) {
-      case Kind::String:
-        EXPECT_EQ(picked.string_view(), "ciao");
-        break;
-      case Kind::Int32:
-        EXPECT_EQ(picked.i32, 7);
-        break;
-      case Kind::Bool:
-        EXPECT_EQ(picked.real, 0);
-        break;
-      default:
-        ADD_FAILURE() << "picked a value of kind " << kind_name(picked.kind());
-    }
   }
   EXPECT_EQ(seen.size(), 3u);
-  EXPECT_GT(seen[Kind::String], 0);
 
   const RValue none = rt::choose({});
   EXPECT_EQ(none.kind(), Kind::Number);
@@ -328,23 +310,23 @@ TEST(Random, ChooseReturnsOneArgumentWithItsKind) {
 
 TEST(MathByName, EveryBuiltinIsRegisteredWithItsArgumentCount) {
   register_runtime_builtins();
-  const std::map<std::string, int> counts = {
-      {"power", 2},         {"floor", 1},         {"round", 1},        {"ceil", 1},          {"frac", 1},
-      {"sqrt", 1},          {"sqr", 1},           {"clamp", 3},        {"mean", -1},         {"median", -1},
-      {"lerp", 3},          {"exp", 1},           {"ln", 1},           {"log2", 1},          {"log10", 1},
-      {"logn", 2},          {"dsin", 1},          {"sin", 1},          {"dcos", 1},          {"cos", 1},
-      {"dtan", 1},          {"tan", 1},           {"darcsin", 1},      {"arcsin", 1},        {"darccos", 1},
-      {"arccos", 1},        {"darctan", 1},       {"arctan", 1},       {"darctan2", 2},      {"arctan2", 2},
-      {"radtodeg", 1},      {"degtorad", 1},      {"angle_difference", 2},                   {"point_distance", 4},
-      {"randomize", 0},     {"get_timer", 0},     {"random", 1},       {"irandom", 1},       {"random_range", 2},
-      {"irandom_range", 2}, {"choose", -1},       {"random_set_seed", 1},                    {"random_get_seed", 0},
-      {"lengthdir_x", 2},   {"lengthdir_y", 2},   {"abs", 1},          {"min", -1},          {"max", -1},
-      {"sign", 1},
+  // Names by their argument count; -1 takes any number.
+  const std::pair<int, const char*> rows[] = {
+      {0, "randomize get_timer random_get_seed"},
+      {1, "floor round ceil frac sqrt sqr exp ln log2 log10 dsin sin dcos cos dtan tan darcsin arcsin darccos "
+          "arccos darctan arctan radtodeg degtorad random irandom random_set_seed abs sign"},
+      {2, "power logn darctan2 arctan2 angle_difference random_range irandom_range lengthdir_x lengthdir_y"},
+      {3, "clamp lerp"},
+      {4, "point_distance"},
+      {-1, "mean median choose min max"},
   };
-  for (const auto& [name, argc] : counts) {
-    const BuiltinRow* row = builtin_row(builtin_find(name));
-    ASSERT_NE(row, nullptr) << name;
-    EXPECT_EQ(row->argc, argc) << name;
+  for (const auto& [argc, names] : rows) {
+    std::istringstream words(names);
+    for (std::string name; words >> name;) {
+      const BuiltinRow* row = builtin_row(builtin_find(name));
+      ASSERT_NE(row, nullptr) << name;
+      EXPECT_EQ(row->argc, argc) << name;
+    }
   }
 }
 

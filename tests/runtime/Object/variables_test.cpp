@@ -35,6 +35,12 @@ class Variables : public ::testing::Test {
     objects_prepare();
     return index;
   }
+  // A room with one instance of a plain object.
+  static CInstance* one_instance() {
+    add_object("oggetto");
+    enter_room();
+    return instance_create(0, 0, 0, 0);
+  }
   static void enter_room(int32_t width = 640, int32_t height = 480) {
     RoomDescription description;
     description.name = "stanza";
@@ -113,9 +119,7 @@ TEST_F(Variables, TableRefusesRowsBeyondFiveHundred) {
 }
 
 TEST_F(Variables, CoordinatesAreSinglePrecisionAndMovesMakeTheBoxStale) {
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   set(*i, "x", number(0.1));
   const RValue x = get(*i, "x");
   EXPECT_TRUE(x.is(Kind::Number));
@@ -136,9 +140,7 @@ TEST_F(Variables, CoordinatesAreSinglePrecisionAndMovesMakeTheBoxStale) {
 }
 
 TEST_F(Variables, MotionVariablesDeriveEachOther) {
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   set(*i, "direction", number(-90));
   EXPECT_EQ(get(*i, "direction").real, 270);
 
@@ -175,9 +177,7 @@ TEST_F(Variables, IdAndObjectIndexReadAsRefsAndReadOnlyRowsRefuseWrites) {
 }
 
 TEST_F(Variables, AlarmIndexBeyondElevenMeansAlarmZero) {
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   EXPECT_EQ(get(*i, "alarm", 4).real, -1);
   set(*i, "alarm", number(7), 12);
   EXPECT_EQ(i->alarm[0], 7);
@@ -191,17 +191,14 @@ TEST_F(Variables, AlarmIndexBeyondElevenMeansAlarmZero) {
 }
 
 TEST_F(Variables, FlagsFollowVisibleSolidAndPersistent) {
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   EXPECT_EQ(get(*i, "visible").real, 1);
-  set(*i, "visible", number(0.4));
-  EXPECT_FALSE(i->has(VISIBLE));
-  EXPECT_EQ(get(*i, "visible").real, 0);
-  set(*i, "visible", number(0.6));
-  EXPECT_TRUE(i->has(VISIBLE));
-  set(*i, "visible", number(-3));
-  EXPECT_TRUE(i->has(VISIBLE)) << "any value that rounds to non-zero";
+  // Any value that rounds to non-zero shows the instance.
+  for (const auto& [value, shown] : {std::pair{0.4, false}, {0.6, true}, {-3.0, true}}) {
+    set(*i, "visible", number(value));
+    EXPECT_EQ(i->has(VISIBLE), shown) << value;
+    EXPECT_EQ(get(*i, "visible").real, shown ? 1 : 0) << value;
+  }
 
   set(*i, "solid", RValue::boolean(true));
   EXPECT_TRUE(i->has(SOLID));
@@ -213,9 +210,7 @@ TEST_F(Variables, FlagsFollowVisibleSolidAndPersistent) {
 }
 
 TEST_F(Variables, LookVariablesRecomputeThePlainTransform) {
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   EXPECT_TRUE(i->has(PLAIN_TRANSFORM));
   i->set(BBOX_DIRTY, false);
   set(*i, "image_xscale", number(2));
@@ -243,9 +238,7 @@ TEST_F(Variables, LookVariablesRecomputeThePlainTransform) {
 TEST_F(Variables, ImageIndexGoesBackToZeroOnlyBeyondTheNewSpritesFrames) {
   const int32_t three = sprite_add_shape("tre_fotogrammi", 8, 8, 0, 0, 3);
   const int32_t two = sprite_add_shape("due_fotogrammi", 8, 8, 0, 0, 2);
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   set(*i, "image_index", number(2));
   set(*i, "sprite_index", number(three));
   EXPECT_EQ(get(*i, "image_index").real, 2);
@@ -279,9 +272,7 @@ TEST_F(Variables, WritingObjectIndexMovesTheInstanceBetweenObjectLists) {
 }
 
 TEST_F(Variables, PlainVariablesHoldValuesAndArrays) {
-  add_object("oggetto");
-  enter_room();
-  CInstance* i = instance_create(0, 0, 0, 0);
+  CInstance* i = one_instance();
   EXPECT_TRUE(get(*i, "mai_scritta").is(Kind::Unset));
   set(*i, "punti", number(3));
   EXPECT_EQ(get(*i, "punti").real, 3);
@@ -395,10 +386,8 @@ TEST_F(Variables, GlobalRowsReadTheRoomTheFrameAndTheEvent) {
 
   frame_state().fps = 29;
   frame_state().delta_time = 40000;
-  EXPECT_EQ(get(g, "fps").real, 29);
-  EXPECT_EQ(get(g, "fps_real").real, 25);
-  EXPECT_EQ(get(g, "delta_time").real, 40000);
-  EXPECT_EQ(get(g, "async_load").real, -1);
+  for (const auto& [name, value] : {std::pair{"fps", 29}, {"fps_real", 25}, {"delta_time", 40000}, {"async_load", -1}})
+    EXPECT_EQ(get(g, name).real, value) << name;
   frame_state().async_load = 3;
   EXPECT_EQ(text_form(get(g, "async_load")).string_view(), "ref ds_map 3");
 

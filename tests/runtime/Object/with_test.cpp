@@ -23,11 +23,19 @@ class With : public ::testing::Test {
     objects_clear();
   }
 
+  // Prepares the object table, with every event set so far, and enters a room.
   static void enter_room() {
+    objects_prepare();
     RoomDescription description;
     description.name = "stanza";
     set_room_target(room_add(std::move(description)));
     room_change(true);
+  }
+  // One object, "oggetto", and a room to put its instances in.
+  static int32_t object_in_room() {
+    const int32_t object = object_add("oggetto");
+    enter_room();
+    return object;
   }
   // Runs `body` as the handler of User Defined 0 of `self`'s object, so
   // that `self` and `other` are those of a running event.
@@ -64,7 +72,6 @@ using Instances = std::vector<CInstance*>;
 TEST_F(With, VisitsTheMostRecentInstanceFirstWithTheOuterSelfAsOther) {
   const int32_t object = object_add("oggetto");
   const int32_t outsider = object_add("estraneo");
-  objects_prepare();
   enter_room();
   CInstance* a = instance_create(0, 0, object, 0);
   CInstance* b = instance_create(0, 0, object, 0);
@@ -88,7 +95,6 @@ TEST_F(With, VisitsTheMostRecentInstanceFirstWithTheOuterSelfAsOther) {
 TEST_F(With, ObjectTargetsTakeDescendantsAndSkipInactiveInstances) {
   const int32_t parent = object_add("genitore");
   const int32_t child = object_add("figlio", parent);
-  objects_prepare();
   enter_room();
   CInstance* p = instance_create(0, 0, parent, 0);
   CInstance* c = instance_create(0, 0, child, 0);
@@ -105,9 +111,7 @@ TEST_F(With, ObjectTargetsTakeDescendantsAndSkipInactiveInstances) {
 }
 
 TEST_F(With, KeywordsNameSelfOtherOrNothing) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   CInstance* me = instance_create(0, 0, object, 0);
   CInstance* you = instance_create(0, 0, object, 0);
   in_event(me, you, [&] {
@@ -140,9 +144,7 @@ TEST_F(With, KeywordsNameSelfOtherOrNothing) {
 }
 
 TEST_F(With, InstancesDestroyedDuringTheLoopKeepTheirPass) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   CInstance* a = instance_create(0, 0, object, 0);
   CInstance* b = instance_create(0, 0, object, 0);
   CInstance* c = instance_create(0, 0, object, 0);
@@ -160,9 +162,7 @@ TEST_F(With, InstancesDestroyedDuringTheLoopKeepTheirPass) {
 }
 
 TEST_F(With, BreakingOutOrFailingRestoresSelfAndOther) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   CInstance* a = instance_create(0, 0, object, 0);
   CInstance* b = instance_create(0, 0, object, 0);
   in_event(a, nullptr, [&] {
@@ -181,9 +181,7 @@ TEST_F(With, BreakingOutOrFailingRestoresSelfAndOther) {
 }
 
 TEST_F(With, AnEventRunFromTheBodyHasItsOwnSelf) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   CInstance* a = instance_create(0, 0, object, 0);
   CInstance* b = instance_create(0, 0, object, 0);
   CInstance* seen_in_event = nullptr;
@@ -198,9 +196,7 @@ TEST_F(With, AnEventRunFromTheBodyHasItsOwnSelf) {
 }
 
 TEST_F(With, VariablesOfSelfAndOtherFollowTheLoop) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   CInstance* a = instance_create(1, 0, object, 0);
   CInstance* b = instance_create(2, 0, object, 0);
   const int32_t x = variable_id("x");
@@ -221,9 +217,7 @@ TEST_F(With, VariablesOfSelfAndOtherFollowTheLoop) {
 // The instance built-ins by name
 
 TEST_F(With, CreatingByNameGivesInstanceRefs) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   const RValue made = call("instance_create_depth", {number(4), number(5), number(-10), number(object)});
   ASSERT_TRUE(made.is(Kind::Ref));
   EXPECT_EQ(made.ref_type(), REF_INSTANCE);
@@ -265,7 +259,6 @@ TEST_F(With, DestroyingOneselfLetsTheEventRunToItsEnd) {
     ran_to_end = true;
   });
   object_set_event(object, ev::DESTROY, 0, [&](CInstance&, CInstance*) { ++destroy_events; });
-  objects_prepare();
   enter_room();
   CInstance* i = instance_create(0, 0, object, 0);
   PerformEvent(i, i, object, ev::STEP, 0);
@@ -290,7 +283,6 @@ TEST_F(With, DestroyingOneselfLetsTheEventRunToItsEnd) {
 TEST_F(With, ExistenceAndCountFollowActiveInstances) {
   const int32_t object = object_add("oggetto");
   const int32_t other = object_add("altro");
-  objects_prepare();
   enter_room();
   EXPECT_EQ(call("instance_exists", {number(object)}).real, 0);
   CInstance* a = instance_create(0, 0, object, 0);
@@ -321,7 +313,6 @@ TEST_F(With, EventsRoomsAndTheEndOfTheGameByName) {
   const int32_t object = object_add("oggetto");
   CInstance* ran_on = nullptr;
   object_set_event(object, ev::OTHER, 12, [&](CInstance& self, CInstance*) { ran_on = &self; });
-  objects_prepare();
   enter_room();
   RoomDescription second;
   second.name = "seconda";
@@ -348,9 +339,7 @@ TEST_F(With, EventsRoomsAndTheEndOfTheGameByName) {
 }
 
 TEST_F(With, VariablesByName) {
-  const int32_t object = object_add("oggetto");
-  objects_prepare();
-  enter_room();
+  const int32_t object = object_in_room();
   CInstance* i = instance_create(0, 0, object, 0);
   const RValue ref = RValue::ref(REF_INSTANCE, i->id);
   call("variable_instance_set", {ref, RValue::text("vite"), number(3)});
