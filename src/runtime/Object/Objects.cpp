@@ -35,7 +35,7 @@ const char* key_name(int key) {
 std::string key_text(int key) {
   if (const char* name = key_name(key)) return name;
   if ((key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z')) return std::string(1, static_cast<char>(key));
-  if (key >= 112 && key <= 123) return "F" + std::to_string(key - 111);
+  if (key >= 112 && key <= 123) return std::string("F").append(std::to_string(key - 111));
   return std::to_string(key);
 }
 

@@ -1,0 +1,18 @@
+// Program errors that stop a run: the framed message that tells the learner
+// what went wrong and why, and what the run does around it.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+// The framed message: the head line, a rule, the faulty text, a rule, the
+// failure line, "Ecco le possibili cause:" and the numbered causes, one a
+// line, with `line_end` between the lines ("\r\n", or "\r\n\t" for loops).
+std::string error_frame(std::string_view head, std::string_view faulty_text,
+                        std::span<const std::string_view> causes, std::string_view line_end);
+
+// Stops the run on a program error: the error sound, the message,
+// window-close capture off, every sound stopped, and a change to the room
+// named `room` at the end of the frame (no change when there is no such room).
+void stop_run_with_error(const std::string& message, const std::string& room);
