@@ -1,58 +1,65 @@
-// The evaluators as a program's loop meets them in every frame, against a
-// table of 50 variables. The table is looked up as a running program's is:
-// a linear walk over parallel arrays of names and values, with the names an
-// expression uses spread through it.
+// The evaluators as a program's loop meets them in every frame, against the
+// variable table of a running program holding 50 variables, with the names
+// an expression uses spread through it.
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "language/numeric_expression.h"
+#include "language/program_instance.h"
 #include "language/string_expression.h"
+#include "runtime/Code/Builtins.h"
+#include "runtime/Object/Objects.h"
+#include "runtime/Room/Room.h"
 
 namespace {
 
-class VariableTable : public ExpressionContext {
+// The program of main_code_ctrl in a running room, with its 50 variables.
+class RunningProgram {
  public:
-  VariableTable() {
+  RunningProgram() {
+    register_runtime_builtins();
+    rooms_clear();
+    objects_clear();
+    const int32_t object = object_add("main_code_ctrl");
+    room_add(RoomDescription{"main_room"});
+    objects_prepare();
+    set_room_target(0);
+    room_change(true);
+    program_ = std::make_unique<ProgramInstance>(*instance_create(0, 0, object, 0), false);
+    set_main_program(program_.get());
     const std::vector<std::pair<std::string, std::string>> used = {
         {"A", "12"}, {"B", "30.5"}, {"C", "7"}, {"D", "2.25"}, {"X", "4"}};
     for (int i = 0; i < 50; ++i) {
       // A used name every tenth entry, the last at the end of the table.
       if (i % 10 == 9) {
-        vari_.push_back(used[static_cast<size_t>(i / 10)].first);
-        val_.push_back(used[static_cast<size_t>(i / 10)].second);
+        const auto& [name, value] = used[static_cast<size_t>(i / 10)];
+        program_->append_variable(name, RValue::text(value));
       } else {
-        vari_.push_back("variabile_" + std::to_string(i));
-        val_.push_back(std::to_string(i * 3) + ".5");
+        program_->append_variable("variabile_" + std::to_string(i), RValue::text(std::to_string(i * 3) + ".5"));
       }
     }
   }
-
-  std::string cal_var_and_const(std::string_view piece) override {
-    const std::string* value = find(piece);
-    return value ? *value : std::string("0");
+  ~RunningProgram() {
+    set_main_program(nullptr);
+    program_.reset();
+    game_finish();
+    rooms_clear();
+    objects_clear();
   }
-  std::string calculate_var(std::string_view name) override {
-    const std::string* value = find(name);
-    return value ? *value : std::string("no var");
-  }
+  ProgramInstance& program() { return *program_; }
 
  private:
-  const std::string* find(std::string_view name) const {
-    for (size_t i = 0; i < vari_.size(); ++i) {
-      if (vari_[i] == name) return &val_[i];
-    }
-    return nullptr;
-  }
-
-  std::vector<std::string> vari_, val_;
+  std::unique_ptr<ProgramInstance> program_;
 };
 
 // Evaluates `text` with `evaluator` in a loop, after checking the value once.
 template <class Evaluator>
 void run(benchmark::State& state, Evaluator evaluator, std::string_view text, std::string_view expected) {
-  VariableTable table;
+  RunningProgram running;
+  ProgramInstance& table = running.program();
   if (evaluator(table, text) != expected) {
     state.SkipWithError("wrong value");
     return;
