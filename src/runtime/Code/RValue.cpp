@@ -92,8 +92,7 @@ RefString* RefString::allocate(uint32_t capacity) {
 }
 
 RefString* RefString::finish(RefString* s, uint32_t length) {
-  s->data()[length] = '\0';
-  s->size = static_cast<int32_t>(length);
+  finish_in_place(s, length);
   void* block = std::realloc(s, sizeof(RefString) + length + 1);
   if (block) {
     s = static_cast<RefString*>(block);

@@ -76,6 +76,12 @@ struct RefString {
   static RefString* allocate(uint32_t capacity);
   // Sets the final length of an allocated string and gives back unused room.
   static RefString* finish(RefString* s, uint32_t length);
+  // As finish, for a string that used all of its room: nothing to give back, no realloc.
+  static RefString* finish_in_place(RefString* s, uint32_t length) {
+    s->data()[length] = '\0';
+    s->size = static_cast<int32_t>(length);
+    return s;
+  }
   char* data() { return reinterpret_cast<char*>(this + 1); }
 };
 

@@ -31,6 +31,8 @@ template <class Fill>
 RValue make_text(size_t capacity, Fill fill) {
   RefString* s = RefString::allocate(static_cast<uint32_t>(capacity));
   const size_t length = fill(s->data());
+  // A result that fills its room, as a concatenation does, has nothing to give back.
+  if (length == capacity) return RValue::adopt(RefString::finish_in_place(s, static_cast<uint32_t>(length)));
   return RValue::adopt(RefString::finish(s, static_cast<uint32_t>(length)));
 }
 
@@ -46,16 +48,59 @@ RValue join(std::string_view a, std::string_view b, std::string_view c = {}) {
   });
 }
 
+// The 0-based index of 1-based position `i`, read from 1 when below it, and
+// at most the size: no text has more characters than bytes.
+size_t index_of_position(std::string_view s, int i) {
+  return std::min(i > 1 ? static_cast<size_t>(i) - 1 : 0, s.size());
+}
+
+// The byte offset of the character with 0-based index `index`, where the
+// first `head` bytes are plain ASCII: there a byte is a character, and
+// stepping starts behind them.
+size_t offset_behind_ascii(std::string_view s, size_t head, size_t index) {
+  if (index <= head) return index;
+  return head + utf8::offset_of(s.substr(head), index - head);
+}
+
 // The byte offset of 1-based position `i`, read from 1 when below it.
 size_t offset_of_position(std::string_view s, int i) {
-  return utf8::offset_of(s, i > 1 ? static_cast<size_t>(i) - 1 : 0);
+  const size_t index = index_of_position(s, i);
+  return offset_behind_ascii(s, utf8::ascii_head(s.data(), index), index);
 }
 
 // The byte offset `chars` characters behind `from`, at most the size.
 size_t offset_after(std::string_view s, size_t from, size_t chars) {
+  // Every character takes a byte at least, so as many characters as bytes reach the end.
+  if (chars >= s.size() - from) return s.size();
   size_t ignored = 0;
   const char* end = s.data() + s.size();
   return static_cast<size_t>(utf8::advance(s.data() + from, end, end, chars, ignored) - s.data());
+}
+
+// `s` with room for `capacity` bytes and the NUL, the text right behind the
+// header in the same block; null when there is no memory, `s` untouched.
+RefString* with_room(RefString* s, size_t capacity) {
+  auto* grown = static_cast<RefString*>(std::realloc(s, sizeof(RefString) + capacity + 1));
+  if (grown) grown->text = grown->data();
+  return grown;
+}
+
+// The first `chars` characters of `text`, fewer than its bytes. Plain ASCII
+// is checked as it is copied, so the text is read once, and all ASCII the
+// copy is exactly `chars` bytes; behind a longer character the copy goes on
+// in the room it then needs.
+RValue copy_checking_ascii(std::string_view text, size_t chars) {
+  RefString* out = RefString::allocate(static_cast<uint32_t>(chars));
+  const size_t ascii = utf8::ascii_head(text.data(), chars, out->data());
+  if (ascii == chars) return RValue::adopt(RefString::finish_in_place(out, static_cast<uint32_t>(chars)));
+  const size_t to = offset_after(text, ascii, chars - ascii);
+  RefString* grown = with_room(out, to);
+  if (!grown) {
+    std::free(out);
+    throw std::bad_alloc();
+  }
+  std::memcpy(grown->data() + ascii, text.data() + ascii, to - ascii);
+  return RValue::adopt(RefString::finish_in_place(grown, static_cast<uint32_t>(to)));
 }
 
 // The case conversions read Unicode's tables of a UTF-8 locale of their own,
@@ -147,11 +192,9 @@ class GrowingText {
  private:
   void grow(size_t needed) {
     while (capacity_ < needed) capacity_ *= 2;
-    // The text lives right behind the header, in the same block.
-    void* block = std::realloc(s_, sizeof(RefString) + capacity_ + 1);
-    if (!block) throw std::bad_alloc();
-    s_ = static_cast<RefString*>(block);
-    s_->text = s_->data();
+    RefString* grown = with_room(s_, capacity_);
+    if (!grown) throw std::bad_alloc();
+    s_ = grown;
   }
 
   size_t capacity_ = 256;
@@ -169,9 +212,11 @@ double string_pos_ext(std::string_view sub, std::string_view s, int start) {
   if (start < 0) return 0;
   const size_t first = start == 0 ? 1 : static_cast<size_t>(start);
   CharCursor cursor(s);
-  cursor.skip(first - 1);
-  // Short of `first`: the start lies beyond the position behind the last character.
-  if (cursor.position != first) return 0;
+  if (first > 1) {
+    cursor.skip(first - 1);
+    // Short of `first`: the start lies beyond the position behind the last character.
+    if (cursor.position != first) return 0;
+  }
   return cursor.find(sub) ? static_cast<double>(cursor.position) : 0;
 }
 
@@ -203,9 +248,15 @@ double string_ord_at(std::string_view s, int i) {
 }
 
 RValue string_copy(std::string_view s, int i, int n) {
-  const size_t from = offset_of_position(s, i);
-  const size_t to = offset_after(s, from, n > 0 ? static_cast<size_t>(n) : 0);
-  return RValue::text(s.substr(from, to - from));
+  const size_t index = index_of_position(s, i);
+  const size_t chars = n > 0 ? static_cast<size_t>(n) : 0;
+  // The ASCII head is read a block into the range: a long copy short of the
+  // end that starts in plain ASCII, as in program text, is then most likely
+  // all ASCII, and accented text doesn't start a copy it would have to grow.
+  const size_t head = utf8::ascii_head(s.data(), std::min(index + 64, s.size()));
+  const std::string_view rest = s.substr(offset_behind_ascii(s, head, index));
+  if (chars >= 64 && chars < rest.size() && head == index + 64) return copy_checking_ascii(rest, chars);
+  return RValue::text(rest.substr(0, offset_after(rest, 0, chars)));
 }
 
 RValue string_delete(std::string_view s, int i, int n) {

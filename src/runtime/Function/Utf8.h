@@ -10,10 +10,10 @@
 // vector loads the processor has; short runs of ASCII go eight bytes at a
 // time, and only what is left goes one character at a time. A search over
 // plain ASCII counts positions in the same pass, since there a byte is a
-// character.
+// character, and a copy of plain ASCII checks its bytes as it copies them.
 //
 // [SECTION] One character: sequence_length, next
-// [SECTION] 64-byte blocks: take_block, step_blocks, search_blocks
+// [SECTION] 64-byte blocks: take_block, step_blocks, search_blocks, head_blocks
 // [SECTION] Block readers: PortableBlocks, Avx2Blocks, and the choice between them
 // [SECTION] Stepping and counting: advance, length, offset_of
 // [SECTION] Code points: code_point, encode
@@ -60,6 +60,18 @@ inline size_t ascii_prefix(const char* p) {
   return static_cast<size_t>(std::countl_zero(high)) / 8;
 }
 
+// The end of the plain ASCII bytes from offset `i` of the `n` bytes at `p`,
+// read a word and then a byte at a time; copied to `out` too if given.
+[[gnu::always_inline]] inline size_t ascii_words(const char* p, size_t i, size_t n, char* out) {
+  for (; n - i >= 8 && ascii_prefix(p + i) == 8; i += 8) {
+    if (out) std::memcpy(out + i, p + i, 8);
+  }
+  for (; i < n && static_cast<unsigned char>(p[i]) < 0x80; ++i) {
+    if (out) out[i] = p[i];
+  }
+  return i;
+}
+
 // ---------------------------------------------------------------------------
 // [SECTION] 64-byte blocks
 
@@ -96,19 +108,37 @@ struct BlockMasks {
 // ASCII blocks at the head of `n` bytes, and masks(p) of one block.
 template <class Blocks>
 [[gnu::always_inline]] inline size_t step_blocks(const char* p, size_t n, size_t max_chars, size_t& chars) {
-  size_t i = 0, stepped = 0;
-  while (true) {
-    // In plain ASCII a byte is a character.
-    const size_t ascii = Blocks::ascii_blocks(p + i, std::min(n - i, max_chars - stepped));
-    i += ascii;
-    stepped += ascii;
-    if (n - i < 64 || max_chars - stepped < 64) break;
+  // In plain ASCII a byte is a character. The first run is taken before
+  // the loop, so that a text all ASCII never sets up the masks.
+  size_t i = Blocks::ascii_blocks(p, std::min(n, max_chars)), stepped = i;
+  while (n - i >= 64 && max_chars - stepped >= 64) {
     const size_t taken = take_block(Blocks::masks(p + i), stepped);
     if (taken == 0) break;
     i += taken;
+    const size_t ascii = Blocks::ascii_blocks(p + i, std::min(n - i, max_chars - stepped));
+    i += ascii;
+    stepped += ascii;
   }
   chars += stepped;
   return i;
+}
+
+// Whether the bytes at `p` after the first equal those of `sub` after its
+// first, eight at a time. Compared here rather than by a library call: most
+// candidates differ at once, and a call inside a block reader costs it the
+// vector registers it keeps.
+[[gnu::always_inline]] inline bool same_tail(const char* p, std::string_view sub) {
+  size_t k = 1;
+  for (; sub.size() - k >= 8; k += 8) {
+    uint64_t a, b;
+    std::memcpy(&a, p + k, sizeof a);
+    std::memcpy(&b, sub.data() + k, sizeof b);
+    if (a != b) return false;
+  }
+  for (; k < sub.size(); ++k) {
+    if (p[k] != sub[k]) return false;
+  }
+  return true;
 }
 
 // The first of the offsets `block` plus a bit of `starts` where `sub` stands
@@ -118,9 +148,7 @@ template <class Blocks>
   for (; starts != 0; starts &= starts - 1) {
     const size_t at = block + static_cast<size_t>(std::countr_zero(starts));
     // The first byte is known to match.
-    if (n - at >= sub.size() && (sub.size() == 1 || std::memcmp(p + at + 1, sub.data() + 1, sub.size() - 1) == 0)) {
-      return at;
-    }
+    if (n - at >= sub.size() && same_tail(p + at, sub)) return at;
   }
   return n;
 }
@@ -153,6 +181,25 @@ template <class Blocks>
   return at;
 }
 
+// The length of the plain ASCII head of the `n` bytes at `p`: `n` when every
+// byte is ASCII, otherwise at most the offset of the first byte that isn't.
+// With `out`, the head is copied there as it is checked, so a copy of ASCII
+// text reads it once. Blocks also gives copy_ascii_blocks(out, p, n), which
+// copies the plain ASCII blocks at the head of `n` bytes.
+template <class Blocks>
+[[gnu::always_inline]] inline size_t head_blocks(const char* p, size_t n, char* out) {
+  size_t i = out ? Blocks::copy_ascii_blocks(out, p, n) : Blocks::ascii_blocks(p, n);
+  // Done, or stopped at a block that isn't plain ASCII.
+  if (i == n || n - i >= 64) return i;
+  if (n >= 64) {
+    // The last bytes, as a block that overlaps the ones already read.
+    const size_t last = n - 64;
+    const size_t tail = out ? Blocks::copy_ascii_blocks(out + last, p + last, 64) : Blocks::ascii_blocks(p + last, 64);
+    return tail == 64 ? n : i;
+  }
+  return ascii_words(p, i, n, out);
+}
+
 // ---------------------------------------------------------------------------
 // [SECTION] Block readers
 
@@ -165,6 +212,11 @@ struct PortableBlocks {
       std::memcpy(w, p + i, sizeof w);
       if (((w[0] | w[1] | w[2] | w[3] | w[4] | w[5] | w[6] | w[7]) & 0x8080808080808080ull) != 0) break;
     }
+    return i;
+  }
+  static size_t copy_ascii_blocks(char* out, const char* p, size_t n) {
+    size_t i = 0;
+    for (; n - i >= 64 && ascii_blocks(p + i, 64) == 64; i += 64) std::memcpy(out + i, p + i, 64);
     return i;
   }
   static size_t quiet_blocks(const char* p, size_t n, char c) {
@@ -214,10 +266,15 @@ struct PortableBlocks {
   }
 };
 
-inline size_t step_blocks_portable(const char* p, size_t n, size_t max_chars, size_t& chars) {
+// Out of line, as the AVX2 readers are: inlined, they would swell advance and
+// the searches, which then stop being inlined where they step a few bytes.
+[[gnu::noinline]] inline size_t step_blocks_portable(const char* p, size_t n, size_t max_chars, size_t& chars) {
   return step_blocks<PortableBlocks>(p, n, max_chars, chars);
 }
-inline size_t search_blocks_portable(const char* p, size_t n, std::string_view sub, bool& found) {
+[[gnu::noinline]] inline size_t head_blocks_portable(const char* p, size_t n, char* out) {
+  return head_blocks<PortableBlocks>(p, n, out);
+}
+[[gnu::noinline]] inline size_t search_blocks_portable(const char* p, size_t n, std::string_view sub, bool& found) {
   return search_blocks<PortableBlocks>(p, n, sub, found);
 }
 
@@ -244,24 +301,48 @@ struct Avx2Blocks {
     }
     return i;
   }
-  __attribute__((target("avx2"), noinline)) static size_t quiet_blocks(const char* p, size_t n, char c) {
-    // A byte equal to c reads as 0xFF in the compare, so one sign test covers both.
-    const __m256i w = _mm256_set1_epi8(c);
+  __attribute__((target("avx2"))) static size_t copy_ascii_blocks(char* out, const char* p, size_t n) {
     size_t i = 0;
     for (; n - i >= 128; i += 128) {
-      const __m256i any = _mm256_or_si256(_mm256_or_si256(noisy(p + i, w), noisy(p + i + 32, w)),
-                                          _mm256_or_si256(noisy(p + i + 64, w), noisy(p + i + 96, w)));
-      if (_mm256_movemask_epi8(any) != 0) break;
+      const __m256i a = load(p + i), b = load(p + i + 32), c = load(p + i + 64), d = load(p + i + 96);
+      if (_mm256_movemask_epi8(_mm256_or_si256(_mm256_or_si256(a, b), _mm256_or_si256(c, d))) != 0) break;
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), a);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i + 32), b);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i + 64), c);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i + 96), d);
     }
     for (; n - i >= 64; i += 64) {
-      if (_mm256_movemask_epi8(_mm256_or_si256(noisy(p + i, w), noisy(p + i + 32, w))) != 0) break;
+      const __m256i lo = load(p + i), hi = load(p + i + 32);
+      if (_mm256_movemask_epi8(_mm256_or_si256(lo, hi)) != 0) break;
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), lo);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i + 32), hi);
     }
     return i;
   }
-  // The 32 bytes at `p` with the sign bit set on non-ASCII bytes and on bytes equal to those of `w`.
-  __attribute__((target("avx2"))) static __m256i noisy(const char* p, __m256i w) {
-    const __m256i v = load(p);
-    return _mm256_or_si256(v, _mm256_cmpeq_epi8(v, w));
+  __attribute__((target("avx2"))) static size_t quiet_blocks(const char* p, size_t n, char c) {
+    // A non-ASCII byte can't be in a quiet block.
+    if (c < 0) return ascii_blocks(p, n);
+    const __m256i w = _mm256_set1_epi8(c);
+    size_t i = 0;
+    for (; n - i >= 128; i += 128) {
+      const __m256i least = _mm256_min_epi8(_mm256_min_epi8(apart(p + i, w), apart(p + i + 32, w)),
+                                            _mm256_min_epi8(apart(p + i + 64, w), apart(p + i + 96, w)));
+      if (!all_positive(least)) break;
+    }
+    for (; n - i >= 64; i += 64) {
+      if (!all_positive(_mm256_min_epi8(apart(p + i, w), apart(p + i + 32, w)))) break;
+    }
+    return i;
+  }
+  // The 32 bytes at `p` xor those of `w` (ASCII), as signed bytes: 0 where
+  // they are equal, negative on non-ASCII bytes, positive on the others.
+  __attribute__((target("avx2"))) static __m256i apart(const char* p, __m256i w) {
+    return _mm256_xor_si256(load(p), w);
+  }
+  // Whether every signed byte of `v` is above 0: subtracting 1 with
+  // saturation leaves the sign bit on exactly the others.
+  __attribute__((target("avx2"))) static bool all_positive(__m256i v) {
+    return _mm256_movemask_epi8(_mm256_subs_epi8(v, _mm256_set1_epi8(1))) == 0;
   }
   __attribute__((target("avx2"))) static uint64_t equal_bits(const char* p, char c) {
     const __m256i wanted = _mm256_set1_epi8(c);
@@ -283,6 +364,9 @@ struct Avx2Blocks {
 __attribute__((target("avx2,popcnt"))) inline size_t step_blocks_avx2(const char* p, size_t n, size_t max_chars,
                                                                        size_t& chars) {
   return step_blocks<Avx2Blocks>(p, n, max_chars, chars);
+}
+__attribute__((target("avx2"))) inline size_t head_blocks_avx2(const char* p, size_t n, char* out) {
+  return head_blocks<Avx2Blocks>(p, n, out);
 }
 __attribute__((target("avx2"))) inline size_t search_blocks_avx2(const char* p, size_t n, std::string_view sub,
                                                                   bool& found) {
@@ -313,6 +397,17 @@ inline size_t search_ascii_head(const char* p, size_t n, std::string_view sub, b
   if (cpu_has_avx2()) return search_blocks_avx2(p, n, sub, found);
 #endif
   return search_blocks_portable(p, n, sub, found);
+}
+
+// head_blocks with the widest blocks this processor reads: the length of
+// the plain ASCII head of the `n` bytes at `p`, copied to `out` if given.
+// Less than a block is read right here, for less than a call costs.
+inline size_t ascii_head(const char* p, size_t n, char* out = nullptr) {
+  if (n < 64) return ascii_words(p, 0, n, out);
+#if defined(__x86_64__)
+  if (cpu_has_avx2()) return head_blocks_avx2(p, n, out);
+#endif
+  return head_blocks_portable(p, n, out);
 }
 
 // ---------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <string>
@@ -53,6 +54,34 @@ std::vector<size_t> character_starts(const std::string& t) {
   for (const char* p = t.data(); p < end; p = utf8::next(p, end)) starts.push_back(static_cast<size_t>(p - t.data()));
   starts.push_back(t.size());
   return starts;
+}
+
+// Every byte from 0x80 on, for find_first_of.
+const std::string& high_bytes() {
+  static const std::string bytes = [] {
+    std::string b;
+    for (int c = 0x80; c < 0x100; ++c) b += static_cast<char>(c);
+    return b;
+  }();
+  return bytes;
+}
+
+// The 1-based positions of the character starts of `t` where `sub` stands, tried one by one.
+std::vector<size_t> positions_by_trying(const std::string& t, const std::string& sub) {
+  const std::vector<size_t> starts = character_starts(t);
+  std::vector<size_t> positions;
+  for (size_t k = 0; k + 1 < starts.size(); ++k) {
+    if (t.size() - starts[k] >= sub.size() && t.compare(starts[k], sub.size(), sub) == 0) positions.push_back(k + 1);
+  }
+  return positions;
+}
+
+// The characters of `t` from 0-based index `first` on, at most `n` of them, stepped one by one.
+std::string characters_by_stepping(const std::string& t, size_t first, size_t n = std::string::npos) {
+  const std::vector<size_t> starts = character_starts(t);
+  const size_t last = starts.size() - 1;
+  const size_t a = std::min(first, last), b = a + std::min(n, last - a);
+  return t.substr(starts[a], starts[b] - starts[a]);
 }
 
 }  // namespace
@@ -117,6 +146,19 @@ TEST(Utf8, BlockSteppingAgreesWithOneByOneOnWellFormedAndMalformedText) {
     ASSERT_EQ(utf8::search_ascii_head(t.data(), t.size(), sub, found_here),
               utf8::search_blocks_portable(t.data(), t.size(), sub, found_portable));
     ASSERT_EQ(found_here, found_portable);
+
+    // The ASCII head is the same with either reader, copied or not: only
+    // ASCII bytes, and all of them when there is nothing else.
+    std::string copy_here(t.size(), '\0'), copy_portable(t.size(), '\0');
+    const size_t head = utf8::ascii_head(t.data(), t.size(), copy_here.data());
+    ASSERT_EQ(head, utf8::head_blocks_portable(t.data(), t.size(), copy_portable.data()));
+    ASSERT_EQ(head, utf8::ascii_head(t.data(), t.size()));
+    ASSERT_EQ(head, utf8::head_blocks_portable(t.data(), t.size(), nullptr));
+    const size_t first_non_ascii = t.find_first_of(high_bytes());
+    ASSERT_EQ(head == t.size(), first_non_ascii == std::string::npos) << "round " << round;
+    ASSERT_LE(head, first_non_ascii);
+    ASSERT_EQ(copy_here.substr(0, head), t.substr(0, head));
+    ASSERT_EQ(copy_portable.substr(0, head), t.substr(0, head));
   }
 }
 
@@ -159,6 +201,73 @@ TEST(StringFunctions, SearchesAgreeWithTryingEveryCharacterStart) {
       if (t.size() - starts[k] >= sub.size() && t.compare(starts[k], sub.size(), sub) == 0) from_there = static_cast<double>(k + 1);
     }
     ASSERT_EQ(string_pos_ext(sub, t, from), from_there) << "round " << round;
+  }
+}
+
+TEST(StringFunctions, AsciiShortcutsAgreeWithSteppingAroundBlockEdges) {
+  // A match and the ends of a range placed at every offset around the
+  // 64-byte blocks, in plain ASCII and behind an accented letter, a stray
+  // follow byte, or a cut lead that swallows the bytes after it. Many bytes
+  // equal the first byte of `sub` without a match.
+  const std::string sub = "FI";
+  const char* marks[] = {"", "è", "€", "\x80", "\xC3", "\xE2"};
+  for (const size_t length : {2u, 9u, 64u, 65u, 66u, 127u, 128u, 129u, 130u, 193u, 258u, 1030u}) {
+    std::string plain;
+    while (plain.size() < length) plain += "F x Fy Fz ";
+    plain.resize(length);
+    for (const size_t at : {0u, 1u, 7u, 8u, 62u, 63u, 64u, 65u, 66u, 126u, 127u, 128u, 129u, 191u, 192u, 256u, 1000u}) {
+      if (at + sub.size() > length) continue;
+      std::string t = plain;
+      t.replace(at, sub.size(), sub);
+      for (const char* mark : marks) {
+        // The mark right before the match, or at the start of the text.
+        for (const size_t mark_at : {at > 0 ? at - 1 : 0, size_t{0}}) {
+          std::string marked = t;
+          marked.insert(mark_at, mark);
+          const std::string where = std::to_string(length) + " " + std::to_string(at) + " " + mark + " " + std::to_string(mark_at);
+          const std::vector<size_t> positions = positions_by_trying(marked, sub);
+          ASSERT_EQ(string_pos(sub, marked), positions.empty() ? 0 : positions[0]) << where;
+          ASSERT_EQ(string_count(sub, marked), positions.size()) << where;
+          const auto behind_3 = std::find_if(positions.begin(), positions.end(), [](size_t k) { return k >= 3; });
+          ASSERT_EQ(string_pos_ext(sub, marked, 3), behind_3 == positions.end() ? 0 : *behind_3) << where;
+
+          for (const size_t first : {size_t{0}, at / 2, at}) {
+            const int i = static_cast<int>(first) + 1;
+            for (const size_t n : {size_t{1}, size_t{63}, size_t{64}, size_t{65}, at, at + 1, marked.size()}) {
+              const std::string copied = characters_by_stepping(marked, first, n);
+              ASSERT_EQ(text(string_copy(marked, i, static_cast<int>(n))), copied) << where << " " << i << " " << n;
+              ASSERT_EQ(text(string_delete(marked, i, static_cast<int>(n))),
+                        characters_by_stepping(marked, 0, first) + characters_by_stepping(marked, first + n))
+                  << where << " " << i << " " << n;
+            }
+            ASSERT_EQ(text(string_char_at(marked, i)), characters_by_stepping(marked, first, 1)) << where;
+            ASSERT_EQ(text(string_insert("<>", marked, i)),
+                      characters_by_stepping(marked, 0, first) + "<>" + characters_by_stepping(marked, first))
+                << where;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(StringFunctions, NearMissesDifferingInAnyByteAreNotMatches) {
+  // Before the match, one near miss for each byte of `word` after the first,
+  // so every byte of the comparison decides one candidate.
+  for (size_t size = 2; size <= 24; ++size) {
+    std::string word;
+    for (size_t k = 0; k < size; ++k) word += static_cast<char>('a' + k);
+    std::string t = "x";
+    for (size_t k = 1; k < size; ++k) {
+      std::string miss = word;
+      miss[k] = 'X';
+      t += miss + " ";
+    }
+    const double expected = static_cast<double>(t.size() + 1);
+    t += word;
+    EXPECT_EQ(string_pos(word, t), expected) << size;
+    EXPECT_EQ(string_count(word, t), 1) << size;
+    EXPECT_EQ(string_pos(word, t + "è"), expected) << size;
   }
 }
 
