@@ -17,6 +17,7 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/StringFunctions.h"
 #include "runtime/Platform/Dialogs.h"
+#include "support/MessageRecorder.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Support/AssetIndex.h"
 #include "support/Fatal.h"
@@ -60,16 +61,12 @@ void record_stop_all(RValue&, CInstance*, CInstance*, int, RValue*) { g_actions.
      builtin_register("ex_patch_window_close_capture", record_close_capture, 1),
      builtin_register("audio_stop_all", record_stop_all, 0), true);
 
-struct RecordingDialogs : platform::Dialogs {
-  std::vector<std::string>* shown;
-  explicit RecordingDialogs(std::vector<std::string>* s) : shown(s) {}
-  void message(const std::string&, const std::string& text) override {
-    shown->push_back(text);
+// Notes each message among the run's actions too, so that their order can be checked.
+struct RecordingDialogs : MessageRecorder {
+  using MessageRecorder::MessageRecorder;
+  void message(const std::string& title, const std::string& text) override {
+    MessageRecorder::message(title, text);
     g_actions.push_back("show_message");
-  }
-  bool question(const std::string&, const std::string&) override { return true; }
-  platform::ErrorChoice error(const std::string&, const std::string&, bool) override {
-    return platform::ErrorChoice::Abort;
   }
 };
 

@@ -20,17 +20,7 @@
 #include "runtime/Object/Objects.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Room/Room.h"
-
-// Dialogs that remember the messages they were asked to show.
-struct MessageRecorder : platform::Dialogs {
-  std::vector<std::string>* shown;
-  explicit MessageRecorder(std::vector<std::string>* s) : shown(s) {}
-  void message(const std::string&, const std::string& text) override { shown->push_back(text); }
-  bool question(const std::string&, const std::string&) override { return true; }
-  platform::ErrorChoice error(const std::string&, const std::string&, bool) override {
-    return platform::ErrorChoice::Abort;
-  }
-};
+#include "support/MessageRecorder.h"
 
 class ProgramTest : public ::testing::Test {
  protected:

@@ -11,21 +11,11 @@
 #include "language/text_edit.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Platform/Dialogs.h"
+#include "support/MessageRecorder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// Dialogs that remember the messages they were asked to show.
-struct RecordingDialogs : platform::Dialogs {
-  std::vector<std::string>* shown;
-  explicit RecordingDialogs(std::vector<std::string>* s) : shown(s) {}
-  void message(const std::string&, const std::string& text) override { shown->push_back(text); }
-  bool question(const std::string&, const std::string&) override { return true; }
-  platform::ErrorChoice error(const std::string&, const std::string&, bool) override {
-    return platform::ErrorChoice::Abort;
-  }
-};
 
 class Tokenization : public ::testing::Test {
  protected:
@@ -35,7 +25,7 @@ class Tokenization : public ::testing::Test {
     dir_ = fs::temp_directory_path() / ("velant_tok_" + std::to_string(::getpid()) + "_" +
                                         ::testing::UnitTest::GetInstance()->current_test_info()->name());
     fs::create_directories(dir_);
-    platform::set_dialogs(std::make_unique<RecordingDialogs>(&messages_));
+    platform::set_dialogs(std::make_unique<MessageRecorder>(&messages_));
   }
   void TearDown() override {
     platform::set_dialogs(nullptr);

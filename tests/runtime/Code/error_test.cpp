@@ -7,23 +7,9 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Platform/Dialogs.h"
+#include "support/MessageRecorder.h"
 
 namespace {
-
-// Dialogs that remember what they were asked to show.
-struct RecordingDialogs : platform::Dialogs {
-  std::vector<std::string>* shown;
-  explicit RecordingDialogs(std::vector<std::string>* s) : shown(s) {}
-  void message(const std::string&, const std::string& text) override { shown->push_back(text); }
-  bool question(const std::string&, const std::string& text) override {
-    shown->push_back(text);
-    return true;
-  }
-  platform::ErrorChoice error(const std::string& title, const std::string& text, bool) override {
-    shown->push_back(title + "|" + text);
-    return platform::ErrorChoice::Abort;
-  }
-};
 
 std::string read_all(std::FILE* f) {
   std::rewind(f);
@@ -85,7 +71,7 @@ TEST(ReportError, SuppressedErrorsAreRecordedAndTheCallerGoesOn) {
 
 TEST(TopLevelCatch, ShowsCodeErrorLogsAndExitsWithOne) {
   std::vector<std::string> shown;
-  platform::set_dialogs(std::make_unique<RecordingDialogs>(&shown));
+  platform::set_dialogs(std::make_unique<MessageRecorder>(&shown));
   std::FILE* debug = std::tmpfile();
   set_debug_output_file(debug);
   set_error_site({ErrorSite::Where::Event, "Draw Event0", "main_code_ctrl", 0});
