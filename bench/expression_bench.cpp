@@ -8,58 +8,33 @@
 #include <vector>
 
 #include "language/numeric_expression.h"
-#include "language/program_instance.h"
 #include "language/string_expression.h"
-#include "runtime/Code/Builtins.h"
-#include "runtime/Object/Objects.h"
-#include "runtime/Room/Room.h"
+#include "running_program.h"
 
 namespace {
 
-// The program of main_code_ctrl in a running room, with its 50 variables.
-class RunningProgram {
- public:
-  RunningProgram() {
-    register_runtime_builtins();
-    rooms_clear();
-    objects_clear();
-    const int32_t object = object_add("main_code_ctrl");
-    room_add(RoomDescription{"main_room"});
-    objects_prepare();
-    set_room_target(0);
-    room_change(true);
-    program_ = std::make_unique<ProgramInstance>(*instance_create(0, 0, object, 0), false);
-    set_main_program(program_.get());
-    const std::vector<std::pair<std::string, std::string>> used = {
-        {"A", "12"}, {"B", "30.5"}, {"C", "7"}, {"D", "2.25"}, {"X", "4"}};
-    for (int i = 0; i < 50; ++i) {
-      // A used name every tenth entry, the last at the end of the table.
-      if (i % 10 == 9) {
-        const auto& [name, value] = used[static_cast<size_t>(i / 10)];
-        program_->append_variable(name, RValue::text(value));
-      } else {
-        program_->append_variable("variabile_" + std::to_string(i), RValue::text(std::to_string(i * 3) + ".5"));
-      }
+// The program of main_code_ctrl with 50 variables, the names an
+// expression uses spread through them: a used name every tenth entry, the
+// last at the end of the table.
+void add_variables(ProgramInstance& program) {
+  const std::vector<std::pair<std::string, std::string>> used = {
+      {"A", "12"}, {"B", "30.5"}, {"C", "7"}, {"D", "2.25"}, {"X", "4"}};
+  for (int i = 0; i < 50; ++i) {
+    if (i % 10 == 9) {
+      const auto& [name, value] = used[static_cast<size_t>(i / 10)];
+      program.append_variable(name, RValue::text(value));
+    } else {
+      program.append_variable("variabile_" + std::to_string(i), RValue::text(std::to_string(i * 3) + ".5"));
     }
   }
-  ~RunningProgram() {
-    set_main_program(nullptr);
-    program_.reset();
-    game_finish();
-    rooms_clear();
-    objects_clear();
-  }
-  ProgramInstance& program() { return *program_; }
-
- private:
-  std::unique_ptr<ProgramInstance> program_;
-};
+}
 
 // Evaluates `text` with `evaluator` in a loop, after checking the value once.
 template <class Evaluator>
 void run(benchmark::State& state, Evaluator evaluator, std::string_view text, std::string_view expected) {
   RunningProgram running;
   ProgramInstance& table = running.program();
+  add_variables(table);
   if (evaluator(table, text) != expected) {
     state.SkipWithError("wrong value");
     return;

@@ -8,6 +8,7 @@
 
 #include "language/condition_formula.h"
 #include "language/error_frame.h"
+#include "language/marks.h"
 #include "language/numeric_expression.h"
 #include "language/program_instance.h"
 #include "language/text_edit.h"
@@ -22,14 +23,6 @@ constexpr std::string_view MISSING_BRACE_CAUSES[] = {
 constexpr text_edit::Rewrite FORMULA_ALPHABET[] = {
     {"non", "n"}, {"o_esclusivamente", "x"}, {"==", "="}, {">=", "#"}, {"<=", "@"}, {"!=", "ù"},
 };
-
-// The walk's marks say whether the token's block runs; the condition reads the token itself.
-std::string without_marks(std::string_view token) {
-  std::string text(token);
-  text_edit::replace_all(text, "<--d-->", "");
-  text_edit::replace_all(text, "<--w-->", "");
-  return text;
-}
 
 bool holds_comparison(std::string_view t) {
   return text_edit::contains(t, "=") || text_edit::contains(t, ">") || text_edit::contains(t, "<");
@@ -91,12 +84,9 @@ std::string ProgramInstance::tokenizza_boolean(int j) {
       t.append(stripped.closing, ']');
     }
     if (j + z + 1 >= end) {
-      std::string faulty;
-      for (int64_t k = j; k <= int64_t{j} + 10 && k < static_cast<int64_t>(program.tok.size()); ++k) {
-        faulty.append(token_text(static_cast<int>(k))).append(" ");
-      }
-      stop_run_with_error(
-          error_frame("Errore nell'istruzione condizionale:", faulty, MISSING_BRACE_CAUSES, "\r\n\t"), "Editor");
+      stop_run_with_error(error_frame("Errore nell'istruzione condizionale:", faulty_tokens(j), MISSING_BRACE_CAUSES,
+                                       "\r\n\t"),
+                          "Editor");
       return "error";
     }
   }

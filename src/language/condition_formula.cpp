@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "language/marks.h"
 #include "language/numeric_expression.h"
 #include "language/string_expression.h"
 #include "language/text_edit.h"
@@ -96,7 +97,7 @@ std::vector<std::string> comparisons(ExpressionContext& ctx, std::vector<std::st
   std::vector<char> used(p.size(), 0);
   std::vector<std::string> outcome(p.size());
   for (size_t i = 0; i < p.size(); ++i) {
-    text_edit::replace_all(p[i], "<--d-->", "");
+    text_edit::replace_all(p[i], DARK_MARK, "");
     if (!is_comparison_sign(p[i])) continue;
     const std::string_view left = i > 0 ? std::string_view(p[i - 1]) : std::string_view();
     const std::string_view right = i + 1 < p.size() ? std::string_view(p[i + 1]) : std::string_view();

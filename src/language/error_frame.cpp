@@ -16,6 +16,18 @@ void call_by_name(std::string_view name, std::span<RValue> args = {}) {
   builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data());
 }
 
+void show_message_box(const std::string& message) {
+  RValue text[] = {RValue::text(message)};
+  call_by_name("show_message", text);
+}
+
+void go_to_room(const std::string& room) {
+  if (const int32_t index = room_find(room); index >= 0) {
+    RValue target[] = {RValue::number(index)};
+    call_by_name("room_goto", target);
+  }
+}
+
 }  // namespace
 
 std::string error_frame(std::string_view head, std::string_view faulty_text,
@@ -44,13 +56,14 @@ std::string error_frame(std::string_view head, std::string_view faulty_text,
 void stop_run_with_error(const std::string& message, const std::string& room) {
   RValue sound[] = {asset_get_index("suono_errore"), RValue::number(1), RValue::number(0)};
   call_by_name("audio_play_sound", sound);
-  RValue text[] = {RValue::text(message)};
-  call_by_name("show_message", text);
+  show_message_box(message);
   RValue capture[] = {RValue::boolean(false)};
   call_by_name("ex_patch_window_close_capture", capture);
   call_by_name("audio_stop_all");
-  if (const int32_t index = room_find(room); index >= 0) {
-    RValue target[] = {RValue::number(index)};
-    call_by_name("room_goto", target);
-  }
+  go_to_room(room);
+}
+
+void show_and_go_to(const std::string& message, const std::string& room) {
+  show_message_box(message);
+  go_to_room(room);
 }

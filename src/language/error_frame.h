@@ -16,3 +16,6 @@ std::string error_frame(std::string_view head, std::string_view faulty_text,
 // window-close capture off, every sound stopped, and a change to the room
 // named `room` at the end of the frame (no change when there is no such room).
 void stop_run_with_error(const std::string& message, const std::string& room);
+// Shows `message` in a message box and changes to the room named `room` at
+// the end of the frame, without the sound and the rest of a program error.
+void show_and_go_to(const std::string& message, const std::string& room);

@@ -252,10 +252,9 @@ bool ProgramInstance::genitive_value(std::string_view s, std::string& out) {
   } else {
     // Entry 0 of an element's table is no variable.
     if (!target_program) return false;
-    const std::vector<int> positions = target_program->variable_positions(local);
-    const auto k = std::find_if(positions.begin(), positions.end(), [](int p) { return p >= 1; });
-    if (k == positions.end()) return false;
-    value = target_program->value_text(*k);
+    const int k = target_program->next_variable(local, 0);
+    if (k < 0) return false;
+    value = target_program->value_text(k);
   }
   out.assign(opens, '[').append(value).append(closes, ']');
   return true;

@@ -49,6 +49,14 @@ std::string_view ProgramInstance::token_text(int k) const {
   return token.is(Kind::String) ? token.string_view() : std::string_view();
 }
 
+std::string ProgramInstance::faulty_tokens(int j) const {
+  std::string faulty;
+  for (int64_t k = j; k <= int64_t{j} + 10 && k < static_cast<int64_t>(program.tok.size()); ++k) {
+    faulty.append(token_text(static_cast<int>(k))).append(" ");
+  }
+  return faulty;
+}
+
 std::string ProgramInstance::value_text(int k) const {
   // A value array that fell behind its names reads as empty values.
   if (static_cast<size_t>(k) >= val.size()) return {};
@@ -87,12 +95,11 @@ int ProgramInstance::find_variable(std::string_view name) const {
   return first < std::min(vari_size, static_cast<int>(vari.size())) ? first : -1;
 }
 
-std::vector<int> ProgramInstance::variable_positions(std::string_view name) const {
-  if (find_variable(name) < 0) return {};
-  std::vector<int> positions = index_.find(name)->second;
-  const int end = std::min(vari_size, static_cast<int>(vari.size()));
-  std::erase_if(positions, [&](int k) { return k >= end; });
-  return positions;
+int ProgramInstance::next_variable(std::string_view name, int after) const {
+  if (find_variable(name) < 0) return -1;
+  const std::vector<int>& positions = index_.find(name)->second;
+  auto next = std::upper_bound(positions.begin(), positions.end(), after);
+  return next != positions.end() && *next < std::min(vari_size, static_cast<int>(vari.size())) ? *next : -1;
 }
 
 void ProgramInstance::append_variable(std::string_view name, const RValue& value) {

@@ -11,6 +11,7 @@
 // [SECTION] The variable table        (variables.cpp; lookups in program_instance.cpp)
 // [SECTION] Values of names           (names.cpp)
 // [SECTION] Conditions                (condition.cpp)
+// [SECTION] The statement walk        (statement_walk.cpp, blocks.cpp)
 // [SECTION] The instance and its program
 #pragma once
 
@@ -22,6 +23,7 @@
 
 #include "language/chr_to_ord.h"
 #include "language/expression_context.h"
+#include "language/family_call.h"
 #include "language/token_program.h"
 #include "runtime/Code/RValue.h"
 #include "runtime/Object/Instance.h"
@@ -56,6 +58,8 @@ class ProgramInstance : public ExpressionContext {
 
   // The first position below vari_size that holds `name`, or -1.
   int find_variable(std::string_view name) const;
+  // The next position after `after` below vari_size that holds `name`, or -1.
+  int next_variable(std::string_view name, int after) const;
   // Writes `name` and `value` at position vari_size and grows vari_size by one.
   void append_variable(std::string_view name, const RValue& value);
   // Takes every entry named `name` out of the table; vari_size goes down by one for each.
@@ -82,6 +86,38 @@ class ProgramInstance : public ExpressionContext {
 
   // The text of token `k`; "" beyond the array or for an entry without text.
   std::string_view token_text(int k) const;
+  // Tokens `j` to `j`+10 as an error message shows them, each followed by a blank.
+  std::string faulty_tokens(int j) const;
+
+  // ---------------------------------------------------------------------------
+  // [SECTION] The statement walk
+
+  // Prepares positions `from` to `to` (not included) to run, once, after
+  // var_inizialization: which can start a statement (tok_ok), and which
+  // family functions may answer there.
+  void mem_function(int from, int to);
+  // Runs positions `from` up to but not including `to`: at each that can
+  // start a statement, "aumenta", "diminuisci" and assignment, then every
+  // family in order, then the loops and the condition.
+  void execute_function_ext(int from, int to);
+  // At a "se": lights its block when the condition is true, darkens it when false.
+  void execute_if_ext(int j);
+  // At "ripeti per N volte": runs the body N - 1 times; the walk that
+  // called runs it once more.
+  void execute_repeat_ext(int j);
+  // At the "finche" of "ripeti finche": runs the body until the condition
+  // is false, then marks it done for the walk that called.
+  void execute_while_ext(int j);
+  // Marks the body of the loop at `j`, up to `end`, as done.
+  void deactivate_while(int j, int end);
+  // At "debug": shows the value of the next token without its quotes.
+  void debug_function(int j);
+
+  // The length of the table when mem_function ran: "aumenta" and
+  // "diminuisci" reach the names below it.
+  int vlen = 0;
+  // The call that a family is serving.
+  FamilyCall call;
 
   // ---------------------------------------------------------------------------
   // [SECTION] The instance and its program
@@ -144,8 +180,20 @@ class ProgramInstance : public ExpressionContext {
   // The table of main_code_ctrl: that program's, or this one's when it runs alone.
   ProgramInstance& main_table();
 
-  // Every position below vari_size that holds `name`, in ascending order.
-  std::vector<int> variable_positions(std::string_view name) const;
+  // "aumenta" (sign 1) or "diminuisci" (sign -1) at `j` on the entries of
+  // `table` below `table_vlen`, writing element attributes through when asked.
+  void change_variable(ProgramInstance& table, int table_vlen, int j, double sign, bool write_through);
+  // The position after the last token of the loop body that opens at
+  // `start`, braces counted; -1 when they never pair up.
+  int loop_body_end(int start) const;
+  // Stops the run with the framed message of a loop at `j` without its closing brace.
+  void loop_error(int j, std::string_view cause);
+  // The end of the block that opens at `from` ("{" plain, or dark when
+  // `dark`), braces counted; 0 when it doesn't close.
+  int block_end(int from, bool dark) const;
+  // Puts `mark` at the front of token `k` unless it holds one already.
+  void mark_token(int k, std::string_view mark);
+
   // Makes the lookup index anew from vari.
   void rebuild_index() const;
   // The positions of each name in vari, in ascending order. Mutable: it is

@@ -518,8 +518,7 @@ void Tokenizer::functions_and_objects() {
   cut_tokens(message_, CUT_B, tok_p_);
   parsing_funzioni_personalizzate();
   parsing_funzioni_esterne();
-  for (int i = 1; i <= tot_funzioni_esterne_; ++i) {
-    const std::string& name = nomi_funzioni_esterne_[static_cast<size_t>(i)];
+  for (const std::string& name : p_.funzioni_esterne) {
     std::string spaced = name;
     text_edit::replace_all(spaced, "_", " ");
     text_edit::replace_all(message_, spaced, name);

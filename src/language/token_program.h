@@ -7,6 +7,8 @@
 
 #include "runtime/Code/RValue.h"
 
+struct FamilyFunction;
+
 struct TokenProgram {
   // Token texts. Index 0 holds "INIZIA", then the program's tokens, an empty
   // text, and "FINE" at `totale_tok`, which stops scans that run ahead. The
@@ -22,4 +24,13 @@ struct TokenProgram {
   std::vector<std::string> tok_var_name;
   // The keyword table with each entry's first blank joined, as the tokeniser left it.
   std::vector<std::string> ctrl_keyword;
+  // The names of the imported external functions, in the order of import.
+  std::vector<std::string> funzioni_esterne;
+
+  // Made by mem_function for the positions that can start a statement: the
+  // family functions that may act there, in the order of the calls. A
+  // position's functions are candidates[candidates_from[i]] up to
+  // candidates[candidates_from[i + 1]].
+  std::vector<const FamilyFunction*> candidates;
+  std::vector<uint32_t> candidates_from;
 };

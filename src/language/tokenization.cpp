@@ -105,9 +105,10 @@ TokenizationResult Tokenizer::run() {
 void Tokenizer::parsing_funzioni_personalizzate() {}
 
 // Imported external functions ("importa funzione esterna") are defined here
-// through external_define, and their names counted in
-// tot_funzioni_esterne, once the family that calls them exists.
-void Tokenizer::parsing_funzioni_esterne() {}
+// through external_define, and their names listed in the program's
+// funzioni_esterne, once the family that calls them exists. Until then a
+// program imports none.
+void Tokenizer::parsing_funzioni_esterne() { p_.funzioni_esterne.clear(); }
 
 // The code of each object ("crea un oggetto ... esegue_al_suo_interno_questo_codice")
 // is cut out here and kept for its instances, once instances run programs

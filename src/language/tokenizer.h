@@ -86,6 +86,4 @@ class Tokenizer {
   std::string message_;                 // the program text being rewritten; "#" ends a line
   std::vector<std::string> tok_p_;      // the raw cuts of stage 28
   size_t a_ = 0;                        // the number of tokens while the pipeline runs
-  int tot_funzioni_esterne_ = 0;
-  std::vector<std::string> nomi_funzioni_esterne_;  // by index from 1
 };

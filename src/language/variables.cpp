@@ -125,7 +125,7 @@ void ProgramInstance::var_update_direct(std::string_view name, int j) {
 }
 
 void ProgramInstance::assign_in_table(ProgramInstance& table, std::string_view name, int j) {
-  for (int k : table.variable_positions(name)) {
+  for (int k = table.find_variable(name); k >= 0; k = table.next_variable(name, k)) {
     const bool negated = token_text(j + 2) == "non";
     const std::string value = negated ? negation_of(token_text(j + 3)) : calculate_string(*this, token_text(j + 2));
     table.val[static_cast<size_t>(k)] = RValue::text(value);

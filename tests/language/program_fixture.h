@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "families/families.h"
 #include "language/program_instance.h"
 #include "language/sound_assets.h"
 #include "language/tokenization.h"
@@ -29,6 +30,7 @@ class ProgramTest : public ::testing::Test {
   void SetUp() override {
     register_runtime_builtins();
     register_language_sounds();
+    register_families();
     rooms_clear();
     objects_clear();
     input_reset();
@@ -75,6 +77,17 @@ class ProgramTest : public ::testing::Test {
     if (!esemplare && !main_program()) set_main_program(&p);
     return p;
   }
+
+  // A program ready to run: tokens, variables and statement positions.
+  ProgramInstance& runnable(const std::string& text) {
+    ProgramInstance& p = program(text);
+    p.mem_function(0, p.program.totale_tok);
+    return p;
+  }
+  // The block "INIZIA", as the run does once at the start.
+  static void run_inizia(ProgramInstance& p) { p.execute_function_ext(p.program.INIZIA, p.program.DISEGNA); }
+  // The block "CICLO CONTINUO", as each frame runs it.
+  static void run_frame(ProgramInstance& p) { p.execute_function_ext(p.program.DISEGNA, p.program.totale_tok); }
 
   void tokenise(ProgramInstance& p, const std::string& text) {
     std::ofstream(dir_ / "code.txt", std::ios::binary) << text;

@@ -133,18 +133,20 @@ bool value_to_bool(const RValue& v) {
   }
 }
 
+double text_to_real(const char* text) {
+  double d;
+  if (parse_number(text, d)) return d;
+  fatal_conversion("unable to convert string \"%s\" to number", text);
+  return 0.0;
+}
+
 double value_to_real(const RValue& v) {
   switch (v.kind()) {
     case Kind::Number:
     case Kind::Bool:
       return v.real;
-    case Kind::String: {
-      if (!v.str || !v.str->text) return 0.0;
-      double d;
-      if (parse_number(v.str->text, d)) return d;
-      fatal_conversion("unable to convert string \"%s\" to number", v.str->text);
-      return 0.0;
-    }
+    case Kind::String:
+      return v.str && v.str->text ? text_to_real(v.str->text) : 0.0;
     case Kind::Int32:
     case Kind::Ref:
       return v.i32;

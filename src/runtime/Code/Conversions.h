@@ -19,6 +19,8 @@ bool parse_integer(const char* text, int64_t& out);
 // The primitive number of a text: blank gives 0, "0x" reads hexadecimal,
 // "Infinity" with a sign gives the infinities, otherwise strtod.
 double primitive_number(const char* text);
+// The number of a text as `real` reads it: fatal when it holds none.
+double text_to_real(const char* text);
 
 bool value_to_bool(const RValue& v);
 double value_to_real(const RValue& v);

@@ -1,0 +1,71 @@
+// The statement walk: how many statements a second a program runs, in the
+// loops that learners write. Each iteration runs the block "INIZIA" once.
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+#include "families/family_contract.h"
+#include "language/numeric_expression.h"
+#include "running_program.h"
+
+namespace {
+
+// A value function as every family serves one: argument by key, a short
+// number back into the variable on the left.
+void ottieni_il_doppio_di(ProgramInstance& p, int i) {
+  static constexpr ArgumentKey KEYS[] = {{"(VALORE:", 1, "0"}};
+  read_arguments(p, i, CallShape::Value, KEYS);
+  output_short(p, 2 * argument_number(p, p.call.args[1]));
+  aggiorna_variabile_tramite_funzione(p, i);
+}
+constexpr FamilyFunction BENCH_FUNCTIONS[] = {{"ottieni_il_doppio_di", CallShape::Value, ottieni_il_doppio_di}};
+const Family bench_family{"funzioni_di_prova", OTTIENI_GUARD, OTTIENI_GUARD, BENCH_FUNCTIONS};
+
+// Runs the block "INIZIA" of `text`, whose loop makes `statements` statements,
+// checking that `name` ends as `expected`.
+void run(benchmark::State& state, const std::string& text, double statements, std::string_view name,
+         double expected) {
+  RunningProgram running;
+  std::vector<const Family*> families(language_families().begin(), language_families().end());
+  families.push_back(&bench_family);
+  install_families(families);
+  for (auto _ : state) {
+    state.PauseTiming();
+    if (!running.load(text)) return state.SkipWithError("the program doesn't tokenise");
+    ProgramInstance& p = running.program();
+    state.ResumeTiming();
+    p.execute_function_ext(p.program.INIZIA, p.program.DISEGNA);
+    state.PauseTiming();
+    const int k = p.find_variable(name);
+    if (k < 0 || string_is_real(p.val[static_cast<size_t>(k)].string_view()) != expected) {
+      return state.SkipWithError("wrong result");
+    }
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * statements));
+}
+
+void BM_walk_increase(benchmark::State& state) {
+  run(state, "INIZIA X = 0\nripeti per 1000000 volte {\naumenta X di 1\n}\nCICLO CONTINUO", 1e6, "X", 1e6);
+}
+BENCHMARK(BM_walk_increase)->Unit(benchmark::kMillisecond);
+
+// Five statements a pass: an assignment with an expression, a condition, an
+// increase, a value function and a decrease (the condition's own increase
+// runs in half of the passes and isn't counted).
+void BM_walk_mixed_body(benchmark::State& state) {
+  run(state,
+      "INIZIA X = 0 Y = 0 Z = 0 V = 0 W = 0\n"
+      "ripeti per 100000 volte {\n"
+      "Y = X*2+1\n"
+      "se Y > 10 allora aumenta Z di 1 .\n"
+      "aumenta X di 1\n"
+      "V = ottieni_il_doppio_di (VALORE: X)\n"
+      "diminuisci W di 1\n"
+      "}\nCICLO CONTINUO",
+      5e5, "W", -1e5);
+}
+BENCHMARK(BM_walk_mixed_body)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,44 @@
+#include "families/families.h"
+
+#include <array>
+
+#include "language/program_instance.h"
+
+namespace {
+
+// "debug EXPR" is the walk's own, and has its place among the families.
+constexpr FamilyFunction DEBUG_FUNCTIONS[] = {
+    {"debug", CallShape::Statement, [](ProgramInstance& p, int i) { p.debug_function(i); }},
+};
+const Family debug_function{"debug_function", NO_GUARD, NO_GUARD, DEBUG_FUNCTIONS};
+
+constexpr std::array<const Family*, 22> FAMILIES = {
+    &funzioni_di_disegno,
+    &funzioni_sul_suono,
+    &funzioni_sui_tasti_virtuali,
+    &funzioni_sulle_interfacce,
+    &funzioni_sulle_stringhe,
+    &funzioni_di_casualita,
+    &funzioni_matematiche,
+    &funzioni_trigonometriche_e_vettoriali,
+    &funzioni_sui_percorsi,
+    &funzioni_miste,
+    &funzioni_sulle_date,
+    &funzioni_giochi_extra,
+    &funzioni_sui_file_di_testo,
+    &funzioni_crittografiche,
+    &funzioni_arduino,
+    &funzioni_particelle,
+    &funzioni_sulle_tabelle,
+    &funzioni_logiche,
+    &funzioni_esterne,
+    &debug_function,
+    &funzioni_sugli_oggetti,
+    &funzioni_pixelart,
+};
+
+}  // namespace
+
+std::span<const Family* const> language_families() { return FAMILIES; }
+
+void register_families() { install_families(FAMILIES); }
