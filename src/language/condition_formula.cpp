@@ -153,10 +153,24 @@ std::vector<std::string> logic(std::vector<std::string>& q) {
   return r;
 }
 
+// The formula that most conditions bring: two numbers and one sign between
+// them ("21>10"). It gives what the stages below give, without cutting.
+bool single_comparison(ExpressionContext& ctx, std::string_view f, std::string& out) {
+  const auto is_number_char = [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-'; };
+  const size_t sign = f.find_first_not_of("0123456789.-");
+  if (sign == 0 || sign == std::string_view::npos || sign + 1 >= f.size()) return false;
+  if (!is_comparison_sign(f.substr(sign, 1))) return false;
+  const std::string_view right = f.substr(sign + 1);
+  if (!std::all_of(right.begin(), right.end(), is_number_char)) return false;
+  out = truth(compare(ctx, f.substr(0, sign), f.substr(sign, 1), right));
+  return true;
+}
+
 }  // namespace
 
 std::string boolean_parse(ExpressionContext& ctx, std::string_view formula) {
   if (formula == "1" || formula == "0") return std::string(formula);
+  if (std::string simple; single_comparison(ctx, formula, simple)) return simple;
   std::string f(formula);
   // Without logic, brackets can only group a comparison: they go.
   if (!text_edit::contains(f, "e") && !text_edit::contains(f, "o") && !text_edit::contains(f, "x") &&

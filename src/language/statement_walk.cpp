@@ -4,6 +4,8 @@
 // tokens (blocks.cpp), so the walk itself never jumps.
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -75,6 +77,12 @@ bool starts_statement(std::string_view token, std::string_view next, std::span<c
 // The number that "aumenta" and "diminuisci" store: ten decimals, then the
 // zeros at the end and a point left alone taken off.
 std::string increased_text(double x) {
+  // A whole number has only zeros to take off: its digits are the answer.
+  if (x == std::trunc(x) && std::fabs(x) < 1e15 && !(x == 0 && std::signbit(x))) {
+    char digits[24];
+    const auto written = std::to_chars(digits, digits + sizeof digits, static_cast<int64_t>(x));
+    return std::string(digits, static_cast<size_t>(written.ptr - digits));
+  }
   std::string text = ten_decimal_text(x);
   if (text.find('.') != std::string::npos) {
     text.erase(text.find_last_not_of('0') + 1);

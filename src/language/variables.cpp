@@ -163,7 +163,7 @@ void ProgramInstance::write_attribute(std::string_view name, const std::string& 
     const Attribute& a = ATTRIBUTES[k];
     if (a.name != name) continue;
     // The field takes the number of the value, which the runtime's `real` reads.
-    const double number = value_to_real(RValue::text(value));
+    const double number = text_to_real(value.c_str());
     if (a.field) variable_set(instance, field_id(k), NO_ARRAY_INDEX, RValue::number(number));
     else if (a.timer == LIFE_TIME) durata = number * FRAMES_PER_SECOND;
     else timer[a.timer] = number * FRAMES_PER_SECOND;

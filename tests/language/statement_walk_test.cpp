@@ -188,4 +188,52 @@ TEST_F(StatementWalk, OnlyStatementWordsStartStatements) {
   EXPECT_EQ(p.vlen, p.vari_size);
 }
 
+TEST_F(StatementWalk, ExamplesDoWhatTheirCommentsSay) {
+  const auto example = [&](std::string_view name) -> ProgramInstance& {
+    std::ifstream file(std::filesystem::path(VELANT_SOURCE_DIR) / "examples" / name, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    programs_.clear();
+    set_main_program(nullptr);
+    return runnable(text);
+  };
+
+  ProgramInstance& tabellina = example("tabellina.txt");
+  run_inizia(tabellina);
+  EXPECT_EQ(stored(tabellina, "somma"), "3025");
+  EXPECT_EQ(messages_, std::vector<std::string>{"3025"});
+
+  ProgramInstance& contatore = example("contatore.txt");
+  run_inizia(contatore);
+  for (int frame = 0; frame < 105; ++frame) run_frame(contatore);
+  EXPECT_EQ(stored(contatore, "conta"), "4");
+  EXPECT_EQ(stored(contatore, "giri"), "1");
+
+  ProgramInstance& cicli = example("cicli.txt");
+  run_inizia(cicli);
+  run_frame(cicli);
+  EXPECT_EQ(stored(cicli, "i"), "10");
+  EXPECT_EQ(stored(cicli, "altezza"), "200");
+
+  // The colours stand as numbers in the tokens: grigio, rosso, verde, giallo, nero in the order of the text.
+  ProgramInstance& condizioni = example("condizioni.txt");
+  std::vector<std::string> colours;
+  for (int k = 0; k < condizioni.program.totale_tok; ++k) {
+    if (condizioni.token_text(k) == "colore" && condizioni.token_text(k + 1) == "=") {
+      colours.emplace_back(condizioni.token_text(k + 2));
+    }
+  }
+  ASSERT_EQ(colours.size(), 5u);
+  run_inizia(condizioni);
+  input_mouse_move(600, 100);
+  input_begin_frame();
+  run_frame(condizioni);
+  EXPECT_EQ(stored(condizioni, "colore"), colours[2]);
+  input_mouse_move(100, 100);
+  input_begin_frame();
+  run_frame(condizioni);
+  EXPECT_EQ(stored(condizioni, "colore"), colours[1]);
+  EXPECT_NE(colours[1], colours[2]);
+  EXPECT_EQ(messages_.size(), 1u);
+}
+
 }  // namespace
