@@ -18,4 +18,6 @@ void register_runtime_builtins() {
   register_instance_builtins();
   register_sprite_builtins();
   register_collision_builtins();
+  register_graphics_builtins();
+  register_font_builtins();
 }

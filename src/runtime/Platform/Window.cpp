@@ -42,6 +42,8 @@ Window& window() {
   return *g_window;
 }
 
+Window* window_if_made() { return g_window.get(); }
+
 Window& make_window(bool headless_window) {
   // The old window goes first: two windows would share one display
   // connection and one current context.

@@ -113,6 +113,8 @@ class Window {
 
 // The window in use; made on first use, headless or not as platform::headless() says.
 Window& window();
+// The window in use, or null when none was made yet.
+Window* window_if_made();
 // Makes a new window of the chosen kind (not yet created) and puts it in use.
 Window& make_window(bool headless);
 

@@ -33,6 +33,9 @@ struct Room {
   int32_t index = -1;
   int32_t width = 1024, height = 768;
   bool persistent = false;
+  // The colour the room is cleared with before each frame is drawn.
+  uint32_t background_colour = 0;
+  bool show_background = true;
   std::vector<CInstance*> active;       // in creation order
   std::vector<CInstance*> deactivated;
 };

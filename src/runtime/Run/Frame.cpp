@@ -10,6 +10,8 @@
 #include <cmath>
 
 #include "runtime/Code/FrameArena.h"
+#include "runtime/Graphics/Screen.h"
+#include "runtime/Graphics/SpriteDrawing.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Object/Collision.h"
 #include "runtime/Object/Objects.h"
@@ -241,23 +243,34 @@ void run_collisions() {
   }
 }
 
-// A draw event on the visible instances that handle it, deepest first.
+// A draw event on the visible instances that handle it. The normal Draw
+// goes over every visible instance, deepest first: one without a handler
+// of its own shows its sprite.
 void dispatch_draw(int subtype) {
   static std::vector<CInstance*> drawn;
   drawn.clear();
-  for (const int32_t object_index : objects_with_event(ev::DRAW, subtype)) {
-    for (CInstance* i : object_get(object_index)->instances) {
+  if (subtype == ev::DRAW_NORMAL) {
+    for (CInstance* i : current_room()->active) {
       if (i->active() && i->has(instance_flag::VISIBLE)) drawn.push_back(i);
     }
-  }
-  if (subtype == ev::DRAW_NORMAL) {
     // Depth order, and creation order among equals.
     std::stable_sort(drawn.begin(), drawn.end(), [](const CInstance* a, const CInstance* b) {
       return a->depth > b->depth || (a->depth == b->depth && a->creation_stamp < b->creation_stamp);
     });
+  } else {
+    for (const int32_t object_index : objects_with_event(ev::DRAW, subtype)) {
+      for (CInstance* i : object_get(object_index)->instances) {
+        if (i->active() && i->has(instance_flag::VISIBLE)) drawn.push_back(i);
+      }
+    }
   }
   for (CInstance* i : drawn) {
-    if (i->active()) PerformEvent(i, i, i->object_index, ev::DRAW, subtype);
+    if (!i->active()) continue;
+    if (subtype != ev::DRAW_NORMAL || object_event(i->object_index, ev::DRAW, ev::DRAW_NORMAL)) {
+      PerformEvent(i, i, i->object_index, ev::DRAW, subtype);
+    } else {
+      draw_self(*i);
+    }
   }
   housekeeping();
 }
@@ -301,14 +314,19 @@ void frame_update() {
 
 void frame_draw() {
   if (!current_room()) return;
+  screen_frame_begin();
   dispatch_draw(ev::DRAW_PRE);
+  screen_room_begin();
   dispatch_draw(ev::DRAW_BEGIN);
   dispatch_draw(ev::DRAW_NORMAL);
   dispatch_draw(ev::DRAW_END);
+  screen_room_end();
   dispatch_draw(ev::DRAW_POST);
+  screen_gui_begin();
   dispatch_draw(ev::DRAW_GUI_BEGIN);
   dispatch_draw(ev::DRAW_GUI);
   dispatch_draw(ev::DRAW_GUI_END);
+  screen_frame_end();
 }
 
 bool frame_run() {

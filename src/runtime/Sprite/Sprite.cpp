@@ -180,6 +180,10 @@ int32_t sprite_get_number(int32_t index) {
   return s ? s->frames : 0;
 }
 
+void sprite_remove(int32_t index) {
+  if (sprite_get(index)) sprites()[static_cast<size_t>(index)].reset();
+}
+
 void sprites_clear() { sprites().clear(); }
 
 void register_sprite_builtins() {

@@ -30,6 +30,13 @@ struct CollisionMask {
   void set_solid(int32_t x, int32_t y);
 };
 
+// The picture of one frame, and its texture on the graphics device once drawn.
+struct SpriteImage {
+  std::vector<uint8_t> rgba;  // width x height pixels, rows from the top
+  uint32_t texture = 0;       // 0 until drawn
+  uint64_t generation = 0;    // the device context the texture belongs to
+};
+
 struct CSprite {
   std::string name;
   int32_t width = 0, height = 0;
@@ -42,6 +49,8 @@ struct CSprite {
   // Empty for a rectangle mask (the box is the shape); otherwise one mask
   // a frame, or a single one that all frames share.
   std::vector<CollisionMask> masks;
+  // One picture a frame for a sprite loaded from a file or a surface; empty for a shape without pictures.
+  std::vector<SpriteImage> images;
 
   bool precise() const { return !masks.empty(); }
   // The mask of the frame shown at `image_index` (wrapped into the frames), or null for a rectangle mask.
@@ -67,5 +76,7 @@ bool sprite_exists(int32_t index);
 int32_t sprite_get_width(int32_t index);
 int32_t sprite_get_height(int32_t index);
 int32_t sprite_get_number(int32_t index);
+// Takes sprite `index` out of the table; its name stays taken.
+void sprite_remove(int32_t index);
 // Forgets every sprite (tests and a restart of the game).
 void sprites_clear();

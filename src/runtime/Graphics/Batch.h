@@ -1,0 +1,19 @@
+// The batch: vertices go straight into one growing buffer for the current
+// primitive list and texture, and reach the graphics device only when
+// either changes, when the draw state changes, or at the end of the frame.
+// Strips and fans are written as lists, so that one batch holds many shapes.
+#pragma once
+
+#include <cstddef>
+
+#include "runtime/Platform/Gpu.h"
+
+// Room for `count` vertices of `type` with `texture` (0 for none), flushing
+// the open batch first when it is of another type or texture. The pointer
+// is good until the next call.
+platform::Vertex* batch_reserve(platform::Primitive type, platform::TextureId texture, size_t count);
+// Sends the open batch to the device.
+void batch_flush();
+// A textured quad from its corners in the order top left, top right, bottom
+// right, bottom left, as two triangles.
+void batch_quad(platform::TextureId texture, const platform::Vertex (&corners)[4]);

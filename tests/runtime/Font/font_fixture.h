@@ -1,0 +1,61 @@
+// Shared by the font tests: a clean text state before each test, the glyph
+// of a character in a font, and a capture of the debug stream.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "runtime/Code/Builtins.h"
+#include "runtime/Code/Error.h"
+#include "runtime/Font/Font.h"
+#include "runtime/Font/TextState.h"
+
+// Ids of the package's fonts by their asset index.
+inline constexpr int32_t EDITOR_FONT = 0, EDITOR_BOLD_FONT = 1, DYSLEXIA_FONT = 5, DYSLEXIA_BOLD_FONT = 6;
+
+class FontTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    register_runtime_builtins();
+    draw_set_font(-1);
+    draw_set_halign(TEXT_ALIGN_START);
+    draw_set_valign(TEXT_ALIGN_START);
+  }
+  void TearDown() override {
+    draw_set_font(-1);
+    draw_set_halign(TEXT_ALIGN_START);
+    draw_set_valign(TEXT_ALIGN_START);
+  }
+
+  // The advance of `code_point` in font `font`, failing the test when the font has no glyph for it.
+  static int32_t advance_of(int32_t font, uint32_t code_point) {
+    const CGlyph* glyph = font_or_default(font).glyph(code_point);
+    EXPECT_NE(glyph, nullptr) << "no glyph for " << code_point;
+    return glyph ? glyph->shift : 0;
+  }
+  static int32_t line_height_of(int32_t font) { return font_or_default(font).line_height; }
+};
+
+// What the debug stream receives while the capture lives.
+class DebugCapture {
+ public:
+  DebugCapture() : file_(std::tmpfile()) { set_debug_output_file(file_); }
+  ~DebugCapture() {
+    set_debug_output_file(nullptr);
+    std::fclose(file_);
+  }
+  DebugCapture(const DebugCapture&) = delete;
+  DebugCapture& operator=(const DebugCapture&) = delete;
+  std::string text() const {
+    std::fflush(file_);
+    std::rewind(file_);
+    std::string all;
+    for (int c; (c = std::fgetc(file_)) != EOF;) all.push_back(static_cast<char>(c));
+    return all;
+  }
+
+ private:
+  std::FILE* file_;
+};

@@ -1,0 +1,240 @@
+// The font table: adding fonts from files and stand-in faces, each failure
+// with its debug words, deleting, the package's fonts, and glyph pages.
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "font_fixture.h"
+#include "runtime/Font/FontFiles.h"
+#include "runtime/Font/GlyphPage.h"
+#include "runtime/Font/TextLayout.h"
+#include "runtime/Support/AssetIndex.h"
+#include "support/Fatal.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of its own for a test's files, removed at the end.
+class ScratchFolder {
+ public:
+  ScratchFolder() : path_(fs::temp_directory_path() / ("velant_font_" + std::to_string(::getpid()))) {
+    fs::create_directories(path_);
+  }
+  ~ScratchFolder() { fs::remove_all(path_); }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  std::string write(const std::string& name, const std::string& text) const {
+    std::ofstream(path_ / name, std::ios::binary) << text;
+    return (path_ / name).string();
+  }
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+// A bitmap font with one 10-pixel strike and one glyph, in the text form
+// FreeType reads; `registry` names its character set.
+std::string bitmap_font(const std::string& registry) {
+  return "STARTFONT 2.1\nFONT -prova-medium-r-normal--10-100-75-75-c-60-" + registry +
+         "-1\nSIZE 10 75 75\nFONTBOUNDINGBOX 6 10 0 -2\nSTARTPROPERTIES 5\nPIXEL_SIZE 10\nFONT_ASCENT 8\n"
+         "FONT_DESCENT 2\nCHARSET_REGISTRY \"" +
+         registry +
+         "\"\nCHARSET_ENCODING \"1\"\nENDPROPERTIES\nCHARS 1\nSTARTCHAR A\nENCODING 65\nSWIDTH 600 0\nDWIDTH 6 0\n"
+         "BBX 6 10 0 -2\nBITMAP\n00\n30\n48\n84\n84\nFC\n84\n84\n00\n00\nENDCHAR\nENDFONT\n";
+}
+
+int32_t width_in(int32_t font, std::string_view text) {
+  draw_set_font(font);
+  return string_width(text);
+}
+
+uint64_t all_page_versions() {
+  uint64_t sum = 0;
+  for (const GlyphPage& page : glyph_pages()) sum += page.version;
+  return sum;
+}
+
+}  // namespace
+
+TEST_F(FontTest, FontAddTakesTheFirstFreeSlotUnderANewName) {
+  const int32_t arial = font_add("Arial.ttf", 20, false, false, 32, 128);
+  ASSERT_GE(arial, 7) << "the package's fonts hold the first slots";
+  EXPECT_TRUE(font_exists(arial));
+  EXPECT_EQ(font_get_name(arial), "__newfont" + std::to_string(arial));
+  const CFontQm* font = font_get(arial);
+  EXPECT_EQ(font->name, "Arial.ttf");
+  EXPECT_FLOAT_EQ(font->size, 20);
+  EXPECT_EQ(font->first, 32);
+  EXPECT_EQ(font->last, 128);
+  EXPECT_GT(font->line_height, 20);
+
+  font_delete(arial);
+  EXPECT_FALSE(font_exists(arial));
+  EXPECT_EQ(font_get_name(arial), "");
+  const int32_t verdana = font_add("Verdana.ttf", 20, false, false, 32, 128);
+  EXPECT_EQ(verdana, arial) << "a free slot is taken again first";
+  EXPECT_EQ(font_get_name(verdana), "__newfont" + std::to_string(verdana));
+  font_delete(verdana);
+}
+
+TEST_F(FontTest, DifferentFacesMeasureDifferently) {
+  const int32_t arial = font_add("Arial.ttf", 20, false, false, 32, 128);
+  const int32_t times = font_add("Times_new_Roman.ttf", 20, false, false, 32, 128);
+  const int32_t chiller = font_add("Chiller.ttf", 20, false, false, 32, 128);
+  const int32_t arial_bold = font_add("Arial.ttf", 20, true, false, 32, 128);
+  const int32_t arial_large = font_add("ARIAL.TTF", 40, false, false, 32, 128);
+  const std::string_view text = "Velant programma";
+  const int32_t w = width_in(arial, text);
+  EXPECT_GT(w, 0);
+  EXPECT_NE(width_in(times, text), w);
+  EXPECT_NE(width_in(chiller, text), w);
+  EXPECT_NE(width_in(chiller, text), width_in(times, text));
+  EXPECT_GT(width_in(arial_bold, text), w);
+  EXPECT_NEAR(width_in(arial_large, text), 2 * w, w / 10);
+  for (int32_t f : {arial, times, chiller, arial_bold, arial_large}) font_delete(f);
+}
+
+TEST_F(FontTest, EveryNameProgramsUseFindsAFace) {
+  for (const char* name : {"Comic_Sans.ttf", "Verdana.ttf", "Times_new_Roman.ttf", "Tahoma.ttf", "Brush_Script.ttf",
+                           "Old_English_Text.ttf", "Chiller.ttf", "Stencil.ttf", "Gigi.ttf", "Bauhaus_93.ttf",
+                           "Arial.ttf", "global.font.ttf"}) {
+    DebugCapture debug;
+    const int32_t font = font_add(name, 20, false, false, 32, 128);
+    EXPECT_GE(font, 0) << name << ": " << debug.text();
+    EXPECT_EQ(debug.text(), "") << name;
+    EXPECT_GT(width_in(font, "Perché è così"), 0) << name;
+    font_delete(font);
+  }
+  EXPECT_EQ(font_file_find("global.font.ttf", false, false), system_font_file("DejaVuSansMono.ttf"));
+  EXPECT_EQ(font_file_find("Arial.ttf", true, false), system_font_file("LiberationSans-Bold.ttf"));
+  // A face without a bold of its own is thickened from the regular one.
+  EXPECT_EQ(font_file_find("Chiller.ttf", true, true), system_font_file("Kristi.ttf"));
+  EXPECT_EQ(font_file_find("Nessuno.ttf", false, false), "");
+}
+
+TEST_F(FontTest, AFileInTheWorkingDirectoryComesBeforeTheStandIn) {
+  ScratchFolder folder;
+  fs::copy_file(system_font_file("DejaVuSansMono.ttf"), folder.path() / "Arial.ttf");
+  const fs::path previous = fs::current_path();
+  fs::current_path(folder.path());
+  const int32_t font = font_add("Arial.ttf", 12, false, false, 32, 128);
+  fs::current_path(previous);
+  ASSERT_GE(font, 0);
+  // Monospaced: "iiii" is as wide as "MMMM".
+  EXPECT_EQ(width_in(font, "iiii"), width_in(font, "MMMM"));
+  EXPECT_EQ(width_in(font, "iiii"), 28);
+  font_delete(font);
+}
+
+TEST_F(FontTest, FontAddFailuresWriteFreeTypesWordsAndGiveMinusOne) {
+  ScratchFolder folder;
+  const std::string broken = folder.write("rotto.ttf", "questo non è un font");
+  const std::string bitmap = folder.write("bitmap.bdf", bitmap_font("ISO10646"));
+  const std::string symbols = folder.write("simboli.bdf", bitmap_font("FontSpecific"));
+  DebugCapture debug;
+  EXPECT_EQ(font_add("Nessuno.ttf", 20, false, false, 32, 128), -1);
+  EXPECT_EQ(font_add("", 20, false, false, 32, 128), -1);
+  EXPECT_EQ(font_add(broken, 20, false, false, 32, 128), -1);
+  EXPECT_EQ(font_add(bitmap, 20, false, false, 32, 128), -1);
+  EXPECT_EQ(font_add(symbols, 10, false, false, 32, 128), -1);
+  EXPECT_EQ(debug.text(),
+            "FreeType :: unable to find font file Nessuno.ttf\n"
+            "FreeType :: unable to find font file \n"
+            "FreeType :: error = 00000002(2) :: Unable to open font file " +
+                broken +
+                "\n"
+                "FreeType :: error = 00000017(23) :: Unable to set font pixel size\n"
+                "FreeType :: error = 00000026(38) :: Unable to select unicode font character map\n");
+  // The bitmap font at its own size loads, and draws its one glyph.
+  const int32_t font = font_add(bitmap, 10, false, false, 32, 128);
+  ASSERT_GE(font, 0);
+  EXPECT_EQ(width_in(font, "AB"), 6);
+  EXPECT_EQ(text_layout("A", -1, -1).quads.size(), 1u);
+  font_delete(font);
+}
+
+TEST_F(FontTest, DeletingAFontThatDoesNotExistIsFatal) {
+  EXPECT_FATAL(font_delete(12345), "Trying to delete non-existing font.");
+  EXPECT_FATAL(font_delete(-1), "Trying to delete non-existing font.");
+  const int32_t font = font_add("Verdana.ttf", 14, false, false, 32, 128);
+  ASSERT_GE(font, 0);
+  font_delete(font);
+  EXPECT_FATAL(font_delete(font), "Trying to delete non-existing font.");
+}
+
+TEST_F(FontTest, ADeletedCurrentFontDrawsInTheDefaultFont) {
+  const int32_t default_width = string_width("Velant");
+  const int32_t font = font_add("Times_new_Roman.ttf", 40, false, false, 32, 128);
+  draw_set_font(font);
+  ASSERT_NE(string_width("Velant"), default_width);
+  font_delete(font);
+  EXPECT_EQ(string_width("Velant"), default_width);
+}
+
+TEST_F(FontTest, PackageFontsHoldTheSlotsOfTheirAssets) {
+  // The font table, with the package's fonts, is made at its first use.
+  ASSERT_TRUE(font_exists(EDITOR_FONT));
+  for (const auto& [name, index] : {std::pair<const char*, int32_t>{"fnt_editor", EDITOR_FONT},
+                                    {"fnt_editor_grassetto", EDITOR_BOLD_FONT},
+                                    {"fnt_dislessia", DYSLEXIA_FONT},
+                                    {"fnt_dislessia_grassetto", DYSLEXIA_BOLD_FONT}}) {
+    const RValue asset = asset_get_index(name);
+    EXPECT_EQ(asset.ref_type(), static_cast<uint32_t>(AssetKind::Font)) << name;
+    EXPECT_EQ(asset.ref_index(), index) << name;
+    EXPECT_TRUE(font_exists(index));
+    EXPECT_EQ(font_get_name(index), name);
+  }
+  EXPECT_EQ(asset_name(AssetKind::Font, 2), font_get_name(2));
+}
+
+TEST_F(FontTest, FontFilesAreTriedInOrder) {
+  EXPECT_EQ(font_load_first({"Nessuno.ttf", ""}, 12, false, false), nullptr);
+  const std::unique_ptr<CFontQm> second = font_load_first({"Nessuno.ttf", "DejaVuSansMono.ttf"}, 12, false, false);
+  ASSERT_NE(second, nullptr);
+  EXPECT_EQ(second->name, system_font_file("DejaVuSansMono.ttf"));
+  EXPECT_EQ(second->glyph('x')->shift, 7);
+  const std::unique_ptr<CFontQm> fallback = font_load_default_face(12, true);
+  EXPECT_TRUE(fallback->bold);
+  EXPECT_NE(fallback->glyph('x'), nullptr);
+}
+
+TEST_F(FontTest, ANewGlyphRaisesThePageVersionOnce) {
+  const int32_t font = font_add("Gigi.ttf", 33, false, false, 32, 128);
+  ASSERT_GE(font, 0);
+  draw_set_font(font);
+  const uint64_t before = all_page_versions();
+  string_width(" ");
+  EXPECT_EQ(all_page_versions(), before) << "a blank has no pixels";
+  string_width("Q");
+  EXPECT_EQ(all_page_versions(), before + 1);
+  string_width("QQ");
+  text_layout("Q", -1, -1);
+  EXPECT_EQ(all_page_versions(), before + 1) << "a glyph is rendered once";
+
+  const CGlyph q = *font_get(font)->glyph('Q');
+  glyph_page_clear_changes(q.page);
+  EXPECT_EQ(glyph_pages()[static_cast<size_t>(q.page)].changed.width, 0);
+  string_width("Z");
+  const CGlyph z = *font_get(font)->glyph('Z');
+  const PageRect changed = glyph_pages()[static_cast<size_t>(z.page)].changed;
+  EXPECT_EQ(changed.x, z.x);
+  EXPECT_EQ(changed.y, z.y);
+  EXPECT_EQ(changed.width, z.width);
+  EXPECT_EQ(changed.height, z.height);
+  font_delete(font);
+}
+
+TEST_F(FontTest, FullPagesMakeRoomOnANewPage) {
+  std::vector<uint8_t> cell(500 * 500, 200);
+  const size_t pages = glyph_pages().size();
+  GlyphPlace last;
+  // A page takes four cells of 500 at most: twelve need new pages.
+  for (int i = 0; i < 12; ++i) last = glyph_pages_store(500, 500, cell.data());
+  EXPECT_GT(glyph_pages().size(), pages);
+  const GlyphPage& page = glyph_pages()[static_cast<size_t>(last.page)];
+  EXPECT_EQ(page.pixels[static_cast<size_t>(last.y * GLYPH_PAGE_SIZE + last.x)], 200);
+  EXPECT_EQ(glyph_pages_store(GLYPH_PAGE_SIZE + 1, 10, cell.data()).page, -1);
+}

@@ -1,0 +1,167 @@
+// Placing glyph quads: pen steps, alignments with their integer divisions,
+// the text's box, and texture coordinates on the glyph pages.
+#include "font_fixture.h"
+#include "runtime/Font/GlyphPage.h"
+#include "runtime/Font/TextLayout.h"
+
+namespace {
+
+const CGlyph& glyph_of(int32_t font, uint32_t code_point) { return *font_or_default(font).glyph(code_point); }
+
+// The coverage of a glyph's pixels, added up.
+int coverage_of(const CGlyph& glyph) {
+  const GlyphPage& page = glyph_pages()[static_cast<size_t>(glyph.page)];
+  int coverage = 0;
+  for (int32_t y = glyph.y; y < glyph.y + glyph.height; ++y) {
+    for (int32_t x = glyph.x; x < glyph.x + glyph.width; ++x) {
+      coverage += page.pixels[static_cast<size_t>(y * GLYPH_PAGE_SIZE + x)];
+    }
+  }
+  return coverage;
+}
+
+// Where the ink of row `row` of a glyph begins, from the pen; -1 for a row without ink.
+int32_t ink_left_in_row(const CGlyph& glyph, int32_t row) {
+  const GlyphPage& page = glyph_pages()[static_cast<size_t>(glyph.page)];
+  for (int32_t x = 0; x < glyph.width; ++x) {
+    const size_t at = static_cast<size_t>((glyph.y + row) * GLYPH_PAGE_SIZE + glyph.x + x);
+    if (page.pixels[at] > 128) return x + glyph.offset;
+  }
+  return -1;
+}
+
+}  // namespace
+
+TEST_F(FontTest, GlyphsStandAtTheirOffsetsAlongThePen) {
+  draw_set_font(EDITOR_FONT);
+  const CGlyph a = glyph_of(EDITOR_FONT, 'a');
+  const CGlyph b = glyph_of(EDITOR_FONT, 'b');
+  const TextLayout& layout = text_layout("a b", -1, -1);
+  ASSERT_EQ(layout.quads.size(), 2u);  // the blank has no pixels and no quad
+  EXPECT_EQ(layout.lines, 1);
+  const GlyphQuad& first = layout.quads[0];
+  EXPECT_FLOAT_EQ(first.left, static_cast<float>(a.offset));
+  EXPECT_FLOAT_EQ(first.right, static_cast<float>(a.offset + a.width));
+  EXPECT_FLOAT_EQ(first.top, 0);
+  EXPECT_FLOAT_EQ(first.bottom, 15);
+  EXPECT_FLOAT_EQ(layout.quads[1].left, static_cast<float>(14 + b.offset));
+  EXPECT_FLOAT_EQ(layout.box.left, 0);
+  EXPECT_FLOAT_EQ(layout.box.top, 0);
+  EXPECT_FLOAT_EQ(layout.box.right, 21);
+  EXPECT_FLOAT_EQ(layout.box.bottom, 15);
+}
+
+TEST_F(FontTest, HorizontalAlignmentPlacesEachLineByItsOwnWidth) {
+  draw_set_font(EDITOR_FONT);
+  const float a = static_cast<float>(glyph_of(EDITOR_FONT, 'a').offset);
+  draw_set_halign(TEXT_ALIGN_CENTRE);
+  const TextLayout& centred = text_layout("ab\nabc", -1, -1);
+  ASSERT_EQ(centred.quads.size(), 5u);
+  EXPECT_FLOAT_EQ(centred.quads[0].left, -7 + a);
+  // Half of an odd width is not rounded.
+  EXPECT_FLOAT_EQ(centred.quads[2].left, -10.5f + a);
+  EXPECT_FLOAT_EQ(centred.quads[2].top, 15);
+  EXPECT_FLOAT_EQ(centred.box.left, -10.5f);
+  EXPECT_FLOAT_EQ(centred.box.right, 10.5f);
+
+  draw_set_halign(TEXT_ALIGN_END);
+  const TextLayout& right = text_layout("ab\nabc", -1, -1);
+  EXPECT_FLOAT_EQ(right.quads[0].left, -14 + a);
+  EXPECT_FLOAT_EQ(right.quads[2].left, -21 + a);
+  EXPECT_FLOAT_EQ(right.box.left, -21);
+  EXPECT_FLOAT_EQ(right.box.right, 0);
+}
+
+TEST_F(FontTest, VerticalAlignmentHalvesWithIntegerDivisions) {
+  draw_set_font(EDITOR_FONT);
+  const int32_t h = line_height_of(EDITOR_FONT);
+  ASSERT_EQ(h % 2, 1) << "an odd line height shows the integer division";
+  draw_set_valign(TEXT_ALIGN_CENTRE);
+  // Two lines 15 apart: 15 / 2 and 15 / 2, each whole: 7 + 7, not 15.
+  EXPECT_FLOAT_EQ(text_layout("a\nb", 15, -1).quads[0].top, static_cast<float>(-(h / 2) - 15 / 2));
+  EXPECT_FLOAT_EQ(text_layout("a\nb", 15, -1).quads[0].top, -14);
+  EXPECT_FLOAT_EQ(text_layout("a\nb\nc", 15, -1).quads[0].top, static_cast<float>(-(h / 2) - 30 / 2));
+  EXPECT_FLOAT_EQ(text_layout("a", -1, -1).quads[0].top, static_cast<float>(-(h / 2)));
+
+  draw_set_valign(TEXT_ALIGN_END);
+  const TextLayout& bottom = text_layout("a\nb", 20, -1);
+  EXPECT_FLOAT_EQ(bottom.quads[0].top, static_cast<float>(-h - 20));
+  EXPECT_FLOAT_EQ(bottom.quads[1].top, static_cast<float>(-h));
+  EXPECT_FLOAT_EQ(bottom.box.top, static_cast<float>(-h - 20));
+  EXPECT_FLOAT_EQ(bottom.box.bottom, 0);
+}
+
+TEST_F(FontTest, SeparationAndWrapWidthPlaceTheLines) {
+  draw_set_font(EDITOR_FONT);
+  const TextLayout& layout = text_layout("uno due tre", 20, 48);
+  EXPECT_EQ(layout.lines, 3);
+  ASSERT_EQ(layout.quads.size(), 9u);
+  EXPECT_FLOAT_EQ(layout.quads[3].top, 20);
+  EXPECT_FLOAT_EQ(layout.quads[6].top, 40);
+  EXPECT_FLOAT_EQ(layout.quads[6].left, static_cast<float>(glyph_of(EDITOR_FONT, 't').offset));
+  EXPECT_FLOAT_EQ(layout.box.bottom, 40 + 15);
+  EXPECT_FLOAT_EQ(layout.box.right, 21);
+}
+
+TEST_F(FontTest, QuadsPointAtTheirGlyphsPixels) {
+  draw_set_font(EDITOR_FONT);
+  const TextLayout& layout = text_layout("W", -1, -1);
+  ASSERT_EQ(layout.quads.size(), 1u);
+  const GlyphQuad q = layout.quads[0];
+  const CGlyph w = glyph_of(EDITOR_FONT, 'W');
+  ASSERT_GE(q.page, 0);
+  EXPECT_FLOAT_EQ(q.u0 * GLYPH_PAGE_SIZE, static_cast<float>(w.x));
+  EXPECT_FLOAT_EQ(q.v0 * GLYPH_PAGE_SIZE, static_cast<float>(w.y));
+  EXPECT_FLOAT_EQ((q.u1 - q.u0) * GLYPH_PAGE_SIZE, q.right - q.left);
+  EXPECT_FLOAT_EQ((q.v1 - q.v0) * GLYPH_PAGE_SIZE, q.bottom - q.top);
+  EXPECT_GT(coverage_of(w), 255 * 10) << "a W covers more than ten pixels";
+}
+
+TEST_F(FontTest, BoldAndItalicWithoutTheirOwnFaceAreDrawnFromTheRegularOne) {
+  // The dyslexia pair has one face: its bold is thickened, on the same cells.
+  const CGlyph regular = glyph_of(DYSLEXIA_FONT, 'l');
+  const CGlyph bold = glyph_of(DYSLEXIA_BOLD_FONT, 'l');
+  EXPECT_EQ(bold.shift, regular.shift);
+  EXPECT_GT(coverage_of(bold), coverage_of(regular) * 5 / 4);
+
+  // An italic "l" leans: its foot stands left of its top. The editor's face
+  // has an oblique of its own; the stand-in for Bauhaus 93 is slanted here.
+  const int32_t mono = font_add("global.font.ttf", 40, false, false, 32, 128);
+  const int32_t mono_oblique = font_add("global.font.ttf", 40, false, true, 32, 128);
+  const int32_t rounded = font_add("Bauhaus_93.ttf", 40, false, false, 32, 128);
+  const int32_t rounded_slanted = font_add("Bauhaus_93.ttf", 40, false, true, 32, 128);
+  for (auto [straight, leaning] : {std::pair{mono, mono_oblique}, std::pair{rounded, rounded_slanted}}) {
+    const CGlyph s = glyph_of(straight, 'l');
+    const CGlyph l = glyph_of(leaning, 'l');
+    const int32_t top = font_get(straight)->line_height / 3, foot = font_get(straight)->line_height * 2 / 3;
+    EXPECT_EQ(ink_left_in_row(s, top), ink_left_in_row(s, foot));
+    EXPECT_GT(ink_left_in_row(l, top), ink_left_in_row(l, foot));
+  }
+  for (int32_t f : {mono, mono_oblique, rounded, rounded_slanted}) font_delete(f);
+}
+
+TEST_F(FontTest, FontScalesStretchQuadsAndLines) {
+  draw_set_font(EDITOR_FONT);
+  CFontQm& font = font_or_default(EDITOR_FONT);
+  font.x_scale = 2;
+  font.y_scale = 2;
+  const TextLayout& layout = text_layout("ab\nc", -1, -1);
+  const CGlyph b = glyph_of(EDITOR_FONT, 'b');
+  EXPECT_FLOAT_EQ(layout.quads[1].left, static_cast<float>(14 + 2 * b.offset));
+  EXPECT_FLOAT_EQ(layout.quads[1].right - layout.quads[1].left, static_cast<float>(2 * b.width));
+  EXPECT_FLOAT_EQ(layout.quads[1].bottom, 30);
+  EXPECT_FLOAT_EQ(layout.quads[2].top, 30);
+  EXPECT_EQ(string_width("ab"), 28);
+  font.x_scale = 1;
+  font.y_scale = 1;
+}
+
+TEST_F(FontTest, LayoutReusesItsBuffers) {
+  draw_set_font(EDITOR_FONT);
+  const TextLayout& long_text = text_layout("una riga piuttosto lunga da disegnare", -1, -1);
+  const GlyphQuad* buffer = long_text.quads.data();
+  const TextLayout& short_text = text_layout("breve", -1, -1);
+  EXPECT_EQ(&short_text, &long_text);
+  EXPECT_EQ(short_text.quads.size(), 5u);
+  EXPECT_EQ(short_text.quads.data(), buffer);
+}
