@@ -40,6 +40,7 @@ void read_arguments(ProgramInstance& p, int i, CallShape shape, std::span<const 
   conta_argomenti(p, i);
   FamilyCall& call = p.call;
   for (const ArgumentKey& key : keys) {
+    if (key.keeps_earlier) continue;
     call.args[static_cast<size_t>(key.slot)] =
         key.default_number ? RValue::number(*key.default_number) : RValue::text(key.default_text);
   }

@@ -24,9 +24,12 @@ struct ArgumentKey {
   int slot;                                // 0 to 29: arg0 to arg29
   std::string_view default_text = "";      // source text a user could have written, quotes included
   std::optional<double> default_number{};  // the defaults that are numbers, not text
+  // A key without a default: a call that doesn't give it leaves its slot as an earlier call left it.
+  bool keeps_earlier = false;
 };
 
-// Fills the slots of `keys` for the call at `i`: each default, then, for a
+// Fills the slots of `keys` for the call at `i`: each default (but for the
+// keys that keep an earlier value), then, for a
 // value call, arg0 with the receiving name, then the source text of each
 // key found, unevaluated (the last of a key twice wins; unknown keys are
 // passed over; keys compare with case).
