@@ -1,6 +1,8 @@
 // The built-in table and the argument getters.
 #include "runtime/Code/Builtins.h"
 
+#include <cmath>
+
 #include <unordered_map>
 #include <vector>
 
@@ -275,4 +277,20 @@ RefArray* arg_array(const RValue* args, int i, bool for_write) {
     return nullptr;
   }
   return v.arr;
+}
+
+int32_t index_of_handle(const RValue& v, uint32_t type_code) {
+  switch (v.kind()) {
+    case Kind::Ref:
+      return v.ref_type() == type_code ? v.ref_index() : -1;
+    case Kind::Number:
+    case Kind::Bool:
+      return std::isfinite(v.real) ? static_cast<int32_t>(v.real) : -1;
+    case Kind::Int32:
+      return v.i32;
+    case Kind::Int64:
+      return static_cast<int32_t>(v.i64);
+    default:
+      return -1;
+  }
 }

@@ -58,6 +58,9 @@ intptr_t arg_number_or_pointer(const RValue* args, int i);
 // A ref of `type_code`, or a number taken as the index; checks the index
 // against `count`. Returns -1 after reporting a wrong argument.
 int32_t arg_ref(const RValue* args, int i, uint32_t type_code, int32_t count);
+// The index a value names for handles of `type_code`: a ref of that type or
+// a number; -1 for anything else, which nothing holds. Never fatal.
+int32_t index_of_handle(const RValue& v, uint32_t type_code);
 // An array; `for_write` also refuses an immutable one.
 RefArray* arg_array(const RValue* args, int i, bool for_write = false);
 

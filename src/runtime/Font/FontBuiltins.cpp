@@ -12,23 +12,8 @@ namespace {
 
 constexpr auto REF_FONT = static_cast<uint32_t>(AssetKind::Font);
 
-// The font id a value names: a font ref or a number; -1 for anything else,
-// which no font holds.
-int32_t font_index_of(const RValue& v) {
-  switch (v.kind()) {
-    case Kind::Ref:
-      return v.ref_type() == REF_FONT ? v.ref_index() : -1;
-    case Kind::Number:
-    case Kind::Bool:
-      return std::isfinite(v.real) ? static_cast<int32_t>(v.real) : -1;
-    case Kind::Int32:
-      return v.i32;
-    case Kind::Int64:
-      return static_cast<int32_t>(v.i64);
-    default:
-      return -1;
-  }
-}
+// The font id a value names: a font ref or a number.
+int32_t font_index_of(const RValue& v) { return index_of_handle(v, REF_FONT); }
 
 BUILTIN_ADAPTER(font_add) {
   const int32_t font = font_add(arg_text(args, 0), arg_real(args, 1), arg_bool(args, 2), arg_bool(args, 3),

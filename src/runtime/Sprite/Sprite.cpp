@@ -39,22 +39,8 @@ bool fit_box_to_masks(CSprite& sprite) {
   return true;
 }
 
-// The sprite index a value names: a sprite ref or a number; -1 for anything else.
-int32_t sprite_index_of(const RValue& v) {
-  switch (v.kind()) {
-    case Kind::Ref:
-      return v.ref_type() == REF_SPRITE ? v.ref_index() : -1;
-    case Kind::Number:
-    case Kind::Bool:
-      return std::isfinite(v.real) ? static_cast<int32_t>(v.real) : -1;
-    case Kind::Int32:
-      return v.i32;
-    case Kind::Int64:
-      return static_cast<int32_t>(v.i64);
-    default:
-      return -1;
-  }
-}
+// The sprite index a value names: a sprite ref or a number.
+int32_t sprite_index_of(const RValue& v) { return index_of_handle(v, REF_SPRITE); }
 
 // The existing sprite an argument names; fatal for any other.
 const CSprite* arg_sprite(const RValue* args, int i) {
