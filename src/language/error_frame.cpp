@@ -53,7 +53,15 @@ std::string error_frame(std::string_view head, std::string_view faulty_text,
   return text;
 }
 
+namespace {
+bool g_stopped_by_error = false;
+}  // namespace
+
+bool run_stopped_by_error() { return g_stopped_by_error; }
+void set_run_stopped_by_error(bool stopped) { g_stopped_by_error = stopped; }
+
 void stop_run_with_error(const std::string& message, const std::string& room) {
+  g_stopped_by_error = true;
   RValue sound[] = {asset_get_index("suono_errore"), RValue::number(1), RValue::number(0)};
   call_by_name("audio_play_sound", sound);
   show_message_box(message);

@@ -16,6 +16,10 @@ std::string error_frame(std::string_view head, std::string_view faulty_text,
 // window-close capture off, every sound stopped, and a change to the room
 // named `room` at the end of the frame (no change when there is no such room).
 void stop_run_with_error(const std::string& message, const std::string& room);
+// Whether a program error stopped the run since the flag was last cleared.
+bool run_stopped_by_error();
+void set_run_stopped_by_error(bool stopped);
+
 // Shows `message` in a message box and changes to the room named `room` at
 // the end of the frame, without the sound and the rest of a program error.
 void show_and_go_to(const std::string& message, const std::string& room);

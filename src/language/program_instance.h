@@ -151,6 +151,21 @@ class ProgramInstance : public ExpressionContext {
   // since the runtime has no built-in that sets the caption yet.
   std::string nome_finestra;
 
+  // What the drawing functions keep between calls: the pictures loaded,
+  // by the path as written (mem_ris) with their sprite and origin; the
+  // frame counter of animated pictures; the grid and its surface; the
+  // surface that collects stamps.
+  std::vector<std::string> mem_ris = std::vector<std::string>(100);
+  std::vector<int32_t> mem_ris_index = std::vector<int32_t>(100, -1);
+  std::vector<double> mem_ris_x = std::vector<double>(100), mem_ris_y = std::vector<double>(100);
+  int tot_mem_ris = 0;
+  double subimage_index = 0;
+  double sfondo_griglia = 16777215;
+  double colore_griglia = 12632256;
+  double dimensione_griglia = 25;
+  int32_t surf = -1;
+  int32_t timbri = -1;
+
   // The timers and the life time of an element, in frames. They belong to
   // the esemplare and stay here until that object exists.
   double timer[4] = {0, 0, 0, 0};

@@ -20,4 +20,5 @@ void register_runtime_builtins() {
   register_collision_builtins();
   register_graphics_builtins();
   register_font_builtins();
+  register_window_hook_builtins();
 }

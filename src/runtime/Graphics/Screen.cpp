@@ -66,14 +66,20 @@ double draw_getpixel(double x, double y) {
   return make_colour_rgb(pixel[0], pixel[1], pixel[2]);
 }
 
-bool screen_save(const std::string& file) {
+bool screen_read(Image& image) {
   const platform::WindowSize size = window_size();
-  Image image{size.width, size.height, std::vector<uint8_t>(static_cast<size_t>(size.width) * size.height * 4)};
+  image = {size.width, size.height, std::vector<uint8_t>(static_cast<size_t>(size.width) * size.height * 4)};
+  if (!platform::gpu().ready()) return false;
   // Whatever the program targets now, the window is read.
   batch_flush();
   platform::gpu().set_target(0, size.width, size.height);
   platform::gpu().read_pixels(0, 0, size.width, size.height, image.rgba);
   reapply_target();
   for (size_t p = 3; p < image.rgba.size(); p += 4) image.rgba[p] = 255;
-  return image_save_png(file, image);
+  return true;
+}
+
+bool screen_save(const std::string& file) {
+  Image image;
+  return screen_read(image) && image_save_png(file, image);
 }

@@ -5,6 +5,8 @@
 
 #include <string>
 
+struct Image;
+
 // Before Pre-Draw: the application surface ready, the window as target.
 void screen_frame_begin();
 // After Pre-Draw: the room's target, cleared with the room's colour.
@@ -18,5 +20,7 @@ void screen_frame_end();
 
 // The colour (blue-green-red) of a pixel of the current target, in its coordinates.
 double draw_getpixel(double x, double y);
+// Reads what the window shows, every pixel opaque; false without a graphics device.
+bool screen_read(Image& image);
 // Writes what the window shows as a PNG file, every pixel opaque.
 bool screen_save(const std::string& file);

@@ -314,6 +314,7 @@ void frame_update() {
 
 void frame_draw() {
   if (!current_room()) return;
+  ++frame_state().frames_drawn;
   screen_frame_begin();
   dispatch_draw(ev::DRAW_PRE);
   screen_room_begin();

@@ -7,6 +7,7 @@
 struct FrameState {
   int32_t game_speed = 30;        // frames a second asked for (`room_speed`)
   int32_t fps = 0;                // frames of the past second
+  int64_t frames_drawn = 0;       // frames whose draw events ran
   int32_t frames_this_second = 0;
   int64_t second = 0;             // the clock's whole second of the count
   int64_t last_frame_start = 0;   // microseconds

@@ -91,7 +91,9 @@ bool run_game(const RuntimeOptions& options, const std::function<void()>& setup_
       restart = true;
       break;
     }
-    if (!frame_run()) break;
+    const bool going_on = frame_run();
+    if (options.after_frame) options.after_frame();
+    if (!going_on) break;
     window.swap();
     if (options.max_frames >= 0 && ++frames >= options.max_frames) break;
     if (!options.headless) {

@@ -22,6 +22,7 @@ struct RuntimeOptions {
   bool no_errors = false;      // -noerrors: no error dialog
   int32_t sleep_margin_ms = 10;  // -sleepmargin
   int64_t max_frames = -1;     // frames to run before stopping, -1 for no limit (runners and tests)
+  std::function<void()> after_frame;  // called after each frame, before it is shown
 };
 
 // Splits a command line into words: characters below 33 separate words

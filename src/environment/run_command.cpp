@@ -1,0 +1,106 @@
+// `velant run FILE`: runs a program as the Run button would, from the
+// command line, for people, tests and benchmarks.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+
+#include "environment/commands.h"
+#include "environment/rooms.h"
+#include "language/error_frame.h"
+#include "language/main_code_ctrl.h"
+#include "runtime/Graphics/ImageFile.h"
+#include "runtime/Graphics/Screen.h"
+#include "runtime/Platform/Headless.h"
+#include "runtime/Run/FrameState.h"
+#include "runtime/Run/MainLoop.h"
+
+namespace {
+
+constexpr const char* USAGE = "uso: velant run FILE [--frames N] [--headless] [--screenshot PNG] [--vars]\n";
+
+struct RunRequest {
+  std::string file;
+  int64_t frames = -1;
+  bool headless = false;
+  std::string screenshot;
+  bool vars = false;
+};
+
+// The request from the words after "run"; nothing when they don't make one.
+std::optional<RunRequest> parse(int argc, char** argv) {
+  RunRequest request;
+  for (int k = 2; k < argc; ++k) {
+    const std::string word = argv[k];
+    if (word == "--frames" && k + 1 < argc) {
+      char* end = nullptr;
+      request.frames = std::strtoll(argv[++k], &end, 10);
+      if (*end != '\0' || request.frames < 0) return std::nullopt;
+    } else if (word == "--headless") {
+      request.headless = true;
+    } else if (word == "--screenshot" && k + 1 < argc) {
+      request.screenshot = argv[++k];
+    } else if (word == "--vars") {
+      request.vars = true;
+    } else if (request.file.empty() && !word.starts_with("--")) {
+      request.file = word;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (request.file.empty()) return std::nullopt;
+  return request;
+}
+
+}  // namespace
+
+int run_command(int argc, char** argv) {
+  const std::optional<RunRequest> request = parse(argc, argv);
+  if (!request) {
+    std::fputs(USAGE, stderr);
+    return 2;
+  }
+  std::ifstream file(request->file, std::ios::binary);
+  if (!file) {
+    std::fprintf(stderr, "velant: impossibile aprire il file \"%s\"\n", request->file.c_str());
+    return 2;
+  }
+  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  // The hand-over is the Run button's: the text in code.txt of the working folder.
+  {
+    std::ofstream code("code.txt", std::ios::binary | std::ios::trunc);
+    code << text;
+    if (!code) {
+      std::fputs("velant: impossibile scrivere code.txt nella cartella di lavoro\n", stderr);
+      return 2;
+    }
+  }
+
+  if (request->headless) platform::set_headless(true);
+  RuntimeOptions options;
+  options.headless = request->headless;
+  options.max_frames = request->frames;
+  // The last frame drawn is kept, to be saved when the run is over.
+  Image last_frame;
+  int64_t frames_seen = 0;
+  if (!request->screenshot.empty()) {
+    options.after_frame = [&] {
+      if (frame_state().frames_drawn == frames_seen) return;
+      frames_seen = frame_state().frames_drawn;
+      screen_read(last_frame);
+    };
+  }
+  runtime_run(options, [] { define_environment(Startup::Runner); });
+
+  if (request->vars) {
+    for (const auto& [name, value] : last_run_variables()) std::printf("%s = %s\n", name.c_str(), value.c_str());
+  }
+  if (!request->screenshot.empty() && !image_save_png(request->screenshot, last_frame)) {
+    std::fprintf(stderr, "velant: impossibile salvare l'immagine \"%s\"\n", request->screenshot.c_str());
+    return 2;
+  }
+  return run_stopped_by_error() ? 1 : 0;
+}

@@ -1,0 +1,297 @@
+#include "language/main_code_ctrl.h"
+
+#include <cmath>
+#include <functional>
+#include <string>
+
+#include "language/error_frame.h"
+#include "language/numeric_expression.h"
+#include "language/tokenization.h"
+#include "runtime/Code/Builtins.h"
+#include "runtime/Code/Conversions.h"
+#include "runtime/Code/Error.h"
+#include "runtime/Font/TextState.h"
+#include "runtime/Graphics/Colour.h"
+#include "runtime/Graphics/DrawState.h"
+#include "runtime/Graphics/Primitives.h"
+#include "runtime/Graphics/Surfaces.h"
+#include "runtime/Graphics/TextDrawing.h"
+#include "runtime/IO/Input.h"
+#include "runtime/Object/Objects.h"
+#include "runtime/Object/Variables.h"
+#include "runtime/Platform/Window.h"
+#include "runtime/Room/Room.h"
+#include "runtime/Run/FrameState.h"
+
+namespace {
+
+void (*g_run_start_hook)(ProgramInstance&) = nullptr;
+
+std::vector<std::pair<std::string, std::string>>& run_variables() {
+  static std::vector<std::pair<std::string, std::string>> variables;
+  return variables;
+}
+
+// The window's close command, which the run hooks so that a click ends the run and not the environment.
+constexpr int CLOSE_COMMAND = 61536;
+constexpr double ROOM_SPEED = 30;
+// code.txt and the files a program names are read from the process's current folder.
+const std::string WORKING_DIRECTORY;
+
+// Calls a built-in by name for what it does; one that isn't there does nothing.
+RValue call(const char* name, std::initializer_list<RValue> arguments = {}) {
+  RValue result;
+  std::vector<RValue> args(arguments);
+  builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data());
+  return result;
+}
+
+double global_number(const char* name) {
+  RValue value;
+  variable_get(global_object(), variable_id(name), NO_ARRAY_INDEX, value);
+  return value.is(Kind::Number) || value.is(Kind::Bool) ? value.real : 0;
+}
+
+void go_to_editor() {
+  call("audio_stop_all");
+  if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
+}
+
+// The grid's numbers are small: the default font at this scale.
+constexpr double GRID_LABEL_SCALE = 0.65;
+constexpr double RULER_LABEL_SCALE = 0.8;
+
+}  // namespace
+
+void set_run_start_hook(void (*hook)(ProgramInstance& program)) { g_run_start_hook = hook; }
+
+const std::vector<std::pair<std::string, std::string>>& last_run_variables() { return run_variables(); }
+
+MainCodeCtrl::MainCodeCtrl(float x, float y, int32_t id, int32_t object)
+    : CInstance(x, y, id, object), program_(std::make_unique<ProgramInstance>(*this, false)) {}
+
+MainCodeCtrl::~MainCodeCtrl() {
+  if (main_program() == program_.get()) set_main_program(nullptr);
+}
+
+void MainCodeCtrl::create() {
+  ProgramInstance& p = *program_;
+  set_main_program(&p);
+  set_run_stopped_by_error(false);
+  if (Room* room = current_room()) {
+    room->width = 1000;
+    room->height = 700;
+    room->background_colour = 32896;
+  }
+  set_circle_precision(64);
+  if (g_run_start_hook) g_run_start_hook(p);
+  if (tokenization(p.program, WORKING_DIRECTORY) == TokenizationResult::DivisionByZero) {
+    // The message has been shown: the program doesn't run.
+    set_run_stopped_by_error(true);
+    if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
+    return;
+  }
+  // The first values of the variables are tried now: their errors show at the start.
+  guarded([&] { p.var_inizialization(0); });
+  p.mem_function(0, p.program.totale_tok);
+  alarm[0] = 1;
+  time = step_count = 0;
+  draw_grid_surface();
+  call("window_command_hook", {RValue::number(CLOSE_COMMAND)});
+  p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+}
+
+void MainCodeCtrl::guarded(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const QvScriptException& error) {
+    stop_run_with_error("Errore durante l'esecuzione del programma:\r\n\r\n" + error.message, EDITOR_ROOM);
+  }
+}
+
+void MainCodeCtrl::run_block(int from, int to) {
+  guarded([&] { program_->execute_function_ext(from, to); });
+}
+
+void MainCodeCtrl::alarm_0() { run_block(program_->program.INIZIA, program_->program.DISEGNA); }
+
+void MainCodeCtrl::draw_grid_surface() {
+  ProgramInstance& p = *program_;
+  const int width = static_cast<int>(std::max(p.larghezza_finestra, 1.0));
+  const int height = static_cast<int>(std::max(p.altezza_finestra, 1.0));
+  if (!surface_exists(p.surf)) p.surf = surface_create(width, height);
+  if (!surface_exists(p.surf) || !surface_set_target(p.surf)) return;
+  draw_clear_alpha(p.sfondo_griglia, 1);
+  const double step = std::max(p.dimensione_griglia, 2.0);
+  const uint32_t saved_colour = draw_state().colour;
+  draw_state().colour = static_cast<uint32_t>(p.colore_griglia);
+  draw_set_halign(0);
+  draw_set_valign(0);
+  for (double x = 0; x <= width; x += step) {
+    draw_line(x, 0, x, height);
+    draw_text_transformed(x + 1, 1, std::to_string(static_cast<int>(x)), GRID_LABEL_SCALE, GRID_LABEL_SCALE, 0);
+  }
+  for (double y = 0; y <= height; y += step) {
+    draw_line(0, y, width, y);
+    draw_text_transformed(1, y + 1, std::to_string(static_cast<int>(y)), GRID_LABEL_SCALE, GRID_LABEL_SCALE, 0);
+  }
+  draw_state().colour = saved_colour;
+  surface_reset_target();
+}
+
+void MainCodeCtrl::step() {
+  ProgramInstance& p = *program_;
+  if (value_to_bool(call("window_command_check", {RValue::number(CLOSE_COMMAND)}))) return go_to_editor();
+  if (!surface_exists(p.timbri)) p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+  ++step_count;
+  // "timer 1" to "timer 8" count seconds down to 0.
+  for (int n = 1; n <= 8; ++n) {
+    const int k = p.find_variable("timer_" + std::to_string(n));
+    if (k < 0) continue;
+    double value = string_is_real(p.val[static_cast<size_t>(k)].is(Kind::String) ? p.val[static_cast<size_t>(k)].string_view()
+                                                                                  : std::string_view());
+    if (value > 0) value -= 1 / ROOM_SPEED;
+    if (value < 0) value = 0;
+    if (std::fabs((value - std::floor(value)) - 0.98) < 0.00001) value = std::round(value);
+    p.val[static_cast<size_t>(k)] = RValue::text(value_to_text(RValue::number(value)));
+  }
+}
+
+void MainCodeCtrl::draw_begin() {
+  if (program_->griglia_visibile == 1 && !surface_exists(program_->surf)) draw_grid_surface();
+}
+
+void MainCodeCtrl::draw() {
+  ProgramInstance& p = *program_;
+  draw_set_font(-1);
+  if (p.griglia_visibile == 1 && surface_exists(p.surf)) draw_surface(p.surf, 0, 0);
+  if (++time > 1) run_block(p.program.DISEGNA, p.program.totale_tok);
+  if (Room* room = current_room()) {
+    room->width = static_cast<int32_t>(p.larghezza_finestra);
+    room->height = static_cast<int32_t>(p.altezza_finestra);
+    room->background_colour = static_cast<uint32_t>(p.colore_sfondo) & 0xFFFFFF;
+  }
+  draw_line_colour(p.larghezza_finestra, 0, p.larghezza_finestra, p.altezza_finestra, 255, 255);
+  platform::Window& window = platform::window();
+  if (fullscreen == 0) {
+    window.set_size(static_cast<int>(p.larghezza_finestra), static_cast<int>(p.altezza_finestra));
+  } else {
+    window.set_fullscreen(true);
+  }
+  if (!p.nome_finestra.empty() && window.caption() != p.nome_finestra) window.set_caption(p.nome_finestra);
+}
+
+void MainCodeCtrl::draw_end() {
+  ProgramInstance& p = *program_;
+  const FrameState& frame = frame_state();
+  // Pressing Alt while releasing Ctrl switches the list of tokens and variables.
+  if (key_down(18) && key_released(17)) debug = !debug;
+  if (debug && time > 10) {
+    if (key_down(38)) debug_scroll += 20;
+    if (key_down(40)) debug_scroll -= 20;
+    draw_state().colour = 0;
+    for (int k = 0; k < p.program.totale_tok; ++k) {
+      draw_text(10, debug_scroll + 20.0 * k, std::to_string(k) + "_" + std::string(p.token_text(k)));
+    }
+    for (int k = 0; k < p.vari_size && static_cast<size_t>(k) < p.val.size(); ++k) {
+      draw_text(400, debug_scroll + 20.0 * k,
+                std::to_string(k) + "_" + std::string(p.vari[static_cast<size_t>(k)].string_view()) + "=" +
+                    value_to_text(p.val[static_cast<size_t>(k)]));
+    }
+    draw_text(0, 0, std::to_string(frame.fps) + " _ " + std::to_string(frame.fps));
+  }
+  // The speed warning, once a second has been measured.
+  if (frame.fps > 0 && frame.fps < 15 && object_find("gif_ctrl") < 0) {
+    draw_state().colour = 255;
+    draw_set_halign(0);
+    draw_text(40, 8,
+              "Atenzione! L'esecuzione del tuo codice è troppo pesante su questo computer!\n" +
+                  std::to_string(frame.fps) + "/30 FPS, il programma è più lento del " +
+                  std::to_string(static_cast<int>(100 - frame.fps / 30.0 * 100)) + "% rispetto al normale.");
+  }
+  if (restart == 1) {
+    draw_rectangle_colour(0, 0, p.larghezza_finestra, p.altezza_finestra, 4210752, 4210752, 0, 0, false);
+    draw_state().colour = 0xFFFFFF;
+    draw_set_halign(1);
+    draw_text(p.larghezza_finestra / 2, p.altezza_finestra / 2, "Interpretazione in corso ...");
+    draw_set_halign(0);
+    if (++restart_time > 1) room_restart();
+  }
+  if (surface_exists(p.timbri)) draw_surface(p.timbri, 0, 0);
+  const double mx = mouse_x(), my = mouse_y();
+  if (global_number("righelli") > 0.5) {
+    // A cross through the mouse: black lines of width 3 under white ones.
+    draw_line_width_colour(0, my, p.larghezza_finestra, my, 3, 0, 0);
+    draw_line_width_colour(mx, 0, mx, p.altezza_finestra, 3, 0, 0);
+    draw_line_width_colour(0, my, p.larghezza_finestra, my, 1, 0xFFFFFF, 0xFFFFFF);
+    draw_line_width_colour(mx, 0, mx, p.altezza_finestra, 1, 0xFFFFFF, 0xFFFFFF);
+    draw_state().colour = 0;
+    draw_text_transformed(mx / 2, my + 4, "X: " + std::to_string(static_cast<int>(std::round(mx))), RULER_LABEL_SCALE,
+                          RULER_LABEL_SCALE, 0);
+    draw_text_transformed(mx + 4, my / 2, "Y: " + std::to_string(static_cast<int>(std::round(my))), RULER_LABEL_SCALE,
+                          RULER_LABEL_SCALE, 0);
+  }
+  if (global_number("goniometro") > 0.5) {
+    if (mouse_button_released(1)) {
+      variable_set(global_object(), variable_id("goniometro_x"), NO_ARRAY_INDEX, RValue::number(mx));
+      variable_set(global_object(), variable_id("goniometro_y"), NO_ARRAY_INDEX, RValue::number(my));
+    }
+    const double cx = global_number("goniometro_x"), cy = global_number("goniometro_y");
+    const double radius = std::hypot(mx - cx, my - cy);
+    const double to_mouse = std::atan2(cy - my, mx - cx) * 180 / 3.14159265358979323846;
+    const double angle = to_mouse < 0 ? to_mouse + 360 : to_mouse;
+    draw_primitive_begin(6);
+    draw_vertex_colour(cx, cy, 65535, 0.5);
+    for (int k = 0; k <= 32; ++k) {
+      const double a = angle * k / 32 * 3.14159265358979323846 / 180;
+      draw_vertex_colour(cx + radius * std::cos(a), cy - radius * std::sin(a), 16768256, 0.5);
+    }
+    draw_primitive_end();
+    draw_line_colour(cx - 25, cy, cx + 25, cy, 0, 0);
+    draw_line_colour(cx, cy - 25, cx, cy + 25, 0, 0);
+    draw_line_colour(cx, cy, mx, my, 0, 0);
+    draw_state().colour = 0;
+    draw_text(mx + 10, my + 10, "Angolo: " + std::to_string(static_cast<int>(std::round(angle))));
+  }
+}
+
+void MainCodeCtrl::draw_gui_end() {
+  if (global_number("attenua_colori") != 1) return;
+  const platform::WindowSize size = platform::window().size();
+  const double colour = make_colour_hsv(35, 200, 200);
+  const double alpha = draw_state().alpha;
+  draw_state().alpha = 0.25;
+  draw_rectangle_colour(0, 0, size.width, size.height, colour, colour, colour, colour, false);
+  draw_state().alpha = alpha;
+}
+
+void MainCodeCtrl::room_end() {
+  auto& variables = run_variables();
+  variables.clear();
+  const ProgramInstance& p = *program_;
+  for (int k = 0; k < p.vari_size && static_cast<size_t>(k) < p.val.size(); ++k) {
+    variables.emplace_back(value_to_text(p.vari[static_cast<size_t>(k)]), value_to_text(p.val[static_cast<size_t>(k)]));
+  }
+  // The pictures this run loaded go with it; the environment's own stay.
+  const double loaded = global_number("tot_img_load"), own = global_number("tot_img_ide");
+  for (double index = loaded; index > own; --index) call("sprite_delete", {RValue::number(index)});
+  surface_free(program_->surf);
+  surface_free(program_->timbri);
+  if (main_program() == program_.get()) set_main_program(nullptr);
+}
+
+void MainCodeCtrl::key_escape() { go_to_editor(); }
+
+int32_t define_main_code_ctrl() {
+  return ObjectDefinition<MainCodeCtrl>("main_code_ctrl")
+      .on(ev::CREATE, 0, &MainCodeCtrl::create)
+      .on(ev::ALARM, 0, &MainCodeCtrl::alarm_0)
+      .on(ev::STEP, ev::STEP_NORMAL, &MainCodeCtrl::step)
+      .on(ev::DRAW, ev::DRAW_BEGIN, &MainCodeCtrl::draw_begin)
+      .on(ev::DRAW, ev::DRAW_NORMAL, &MainCodeCtrl::draw)
+      .on(ev::DRAW, ev::DRAW_END, &MainCodeCtrl::draw_end)
+      .on(ev::DRAW, ev::DRAW_GUI_END, &MainCodeCtrl::draw_gui_end)
+      .on(ev::OTHER, ev::OTHER_ROOM_END, &MainCodeCtrl::room_end)
+      .on(ev::KEYPRESS, KEY_ESCAPE, &MainCodeCtrl::key_escape)
+      .index();
+}

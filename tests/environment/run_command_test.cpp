@@ -1,0 +1,116 @@
+// `velant run` from end to end: a program file in, its messages, variables,
+// exit status and last picture out, as people and scripts use it.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "runtime/Graphics/ImageFile.h"
+
+namespace {
+
+struct RunResult {
+  int status = -1;
+  std::string out;
+};
+
+class RunCommand : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    dir_ = std::filesystem::temp_directory_path() /
+           ("velant_run_" + std::to_string(::getpid()) + "_" +
+            ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    std::filesystem::create_directories(dir_);
+  }
+  void TearDown() override { std::filesystem::remove_all(dir_); }
+
+  // Runs `velant run` on `program` in the test's folder with `options`.
+  RunResult run(const std::string& program, const std::string& options) {
+    std::ofstream(dir_ / "programma.txt", std::ios::binary) << program;
+    const std::string command =
+        "cd '" + dir_.string() + "' && '" VELANT_BINARY "' run programma.txt --headless " + options + " 2>/dev/null";
+    RunResult result;
+    FILE* pipe = ::popen(command.c_str(), "r");
+    char buffer[4096];
+    for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) result.out.append(buffer, n);
+    const int status = ::pclose(pipe);
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+  }
+
+  Image screenshot() {
+    Image image;
+    image_load((dir_ / "schermo.png").string(), image);
+    return image;
+  }
+  static const uint8_t* at(const Image& image, int x, int y) {
+    return &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
+  }
+
+  std::filesystem::path dir_;
+};
+
+TEST_F(RunCommand, RunsAProgramAndPrintsItsMessagesAndVariables) {
+  const RunResult r = run("INIZIA\nX = 5\naumenta X di 2\ndebug X\nN = \"Anna\"\nCICLO CONTINUO\naumenta X di 1\n",
+                          "--frames 4 --vars");
+  EXPECT_EQ(r.status, 0);
+  // The message box's text and an empty line; then the table in its order.
+  EXPECT_EQ(r.out.substr(0, 3), "7\n\n");
+  // "CICLO CONTINUO" runs from the second drawn frame: frames 2 to 4.
+  EXPECT_NE(r.out.find("X = 10\n"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("N = \"Anna\"\n"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("larghezza_finestra = 1000\n"), std::string::npos);
+  // code.txt is the hand-over, and stays.
+  EXPECT_TRUE(std::filesystem::exists(dir_ / "code.txt"));
+}
+
+TEST_F(RunCommand, ProgramErrorsEndTheRunWithTheirMessage) {
+  const RunResult r = run("INIZIA\nX = 1\nCICLO CONTINUO\nY = 2*(1+)\n", "--frames 10");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_NE(r.out.find("Esecuzione fallita: impossibile interpretare correttamente il codice!"), std::string::npos);
+
+  // A literal division by zero stops the program before it starts.
+  const RunResult zero = run("INIZIA\nX = 10/0\nCICLO CONTINUO\n", "--frames 10 --vars");
+  EXPECT_EQ(zero.status, 1);
+  EXPECT_EQ(zero.out.find("X = "), std::string::npos) << "nothing ran";
+  EXPECT_FALSE(zero.out.empty()) << "the message was shown";
+}
+
+TEST_F(RunCommand, UsageAndFileErrorsAreStatusTwo) {
+  const std::string velant = VELANT_BINARY;
+  EXPECT_EQ(WEXITSTATUS(std::system((velant + " run 2>/dev/null").c_str())), 2);
+  EXPECT_EQ(WEXITSTATUS(std::system((velant + " run nessun_file.txt --headless 2>/dev/null").c_str())), 2);
+  EXPECT_EQ(WEXITSTATUS(std::system((velant + " run x.txt --frames tre 2>/dev/null").c_str())), 2);
+}
+
+TEST_F(RunCommand, TheGridShowsUntilABackgroundColourReplacesIt) {
+  ASSERT_EQ(run("INIZIA\nX = 1\nCICLO CONTINUO\n", "--frames 3 --screenshot schermo.png").status, 0);
+  Image grid = screenshot();
+  ASSERT_EQ(grid.width, 1000);
+  ASSERT_EQ(grid.height, 700);
+  EXPECT_EQ(at(grid, 12, 12)[0], 255) << "white between the lines";
+  EXPECT_EQ(at(grid, 12, 12)[2], 255);
+  EXPECT_EQ(at(grid, 50, 40)[0], 192) << "a grid line";
+
+  ASSERT_EQ(run("INIZIA\ncolore_sfondo = rosso\nCICLO CONTINUO\n", "--frames 3 --screenshot schermo.png").status, 0);
+  Image red = screenshot();
+  EXPECT_EQ(at(red, 12, 12)[0], 255);
+  EXPECT_EQ(at(red, 12, 12)[1], 0);
+  EXPECT_EQ(at(red, 50, 40)[1], 0) << "no grid line";
+}
+
+TEST_F(RunCommand, TheWindowTakesTheSizeTheProgramGivesIt) {
+  ASSERT_EQ(run("INIZIA\nlarghezza_finestra = 400\naltezza_finestra = 300\nCICLO CONTINUO\n",
+                "--frames 3 --screenshot schermo.png --vars")
+                .status,
+            0);
+  const Image small = screenshot();
+  EXPECT_EQ(small.width, 400);
+  EXPECT_EQ(small.height, 300);
+}
+
+}  // namespace
