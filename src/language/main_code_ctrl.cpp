@@ -10,6 +10,7 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
+#include "runtime/Extension/WindowHook.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
@@ -32,8 +33,6 @@ std::vector<std::pair<std::string, std::string>>& run_variables() {
   return variables;
 }
 
-// The window's close command, which the run hooks so that a click ends the run and not the environment.
-constexpr int CLOSE_COMMAND = 61536;
 constexpr double ROOM_SPEED = 30;
 // code.txt and the files a program names are read from the process's current folder.
 const std::string WORKING_DIRECTORY;
@@ -97,7 +96,8 @@ void MainCodeCtrl::create() {
   alarm[0] = 1;
   time = step_count = 0;
   draw_grid_surface();
-  call("window_command_hook", {RValue::number(CLOSE_COMMAND)});
+  // A click on the close button ends the run, not the environment.
+  window_command_hook(WINDOW_COMMAND_CLOSE);
   p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
 }
 
@@ -141,7 +141,7 @@ void MainCodeCtrl::draw_grid_surface() {
 
 void MainCodeCtrl::step() {
   ProgramInstance& p = *program_;
-  if (value_to_bool(call("window_command_check", {RValue::number(CLOSE_COMMAND)}))) return go_to_editor();
+  if (window_command_check(WINDOW_COMMAND_CLOSE)) return go_to_editor();
   if (!surface_exists(p.timbri)) p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
   ++step_count;
   // "timer 1" to "timer 8" count seconds down to 0.

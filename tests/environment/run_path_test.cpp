@@ -1,0 +1,125 @@
+// The way of a run inside the environment: from the editor's text through
+// code.txt to main_room and back, by Esc, by the close button, by an error.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "environment/editor_ctrl.h"
+#include "environment/rooms.h"
+#include "language/main_code_ctrl.h"
+#include "runtime/Code/Builtins.h"
+#include "runtime/IO/Input.h"
+#include "runtime/Object/Objects.h"
+#include "runtime/Platform/Dialogs.h"
+#include "runtime/Platform/Window.h"
+#include "runtime/Room/Room.h"
+#include "runtime/Run/Frame.h"
+#include "support/MessageRecorder.h"
+
+namespace {
+
+class RunPath : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    dir_ = std::filesystem::temp_directory_path() / ("velant_path_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(dir_);
+    previous_ = std::filesystem::current_path();
+    std::filesystem::current_path(dir_);
+    register_runtime_builtins();
+    platform::set_dialogs(std::make_unique<MessageRecorder>(&messages_));
+    platform::make_window(true).create(1300, 700, "Velant", {});
+    rooms_clear();
+    objects_clear();
+    input_reset();
+    define_environment(Startup::Environment);
+    objects_prepare();
+    room_change(true);
+    frames(2);  // Intro goes on to the editor
+  }
+  void TearDown() override {
+    game_finish();
+    rooms_clear();
+    objects_clear();
+    platform::set_dialogs(nullptr);
+    std::filesystem::current_path(previous_);
+    std::filesystem::remove_all(dir_);
+  }
+
+  static void frames(int n) {
+    for (int k = 0; k < n; ++k) frame_run();
+  }
+  static void key(int code) {
+    input_key_event(code, true);
+    frame_run();
+    input_key_event(code, false);
+  }
+  // Starts the run of `text` from the editor, as F5 does, and lets the first frames of the run pass.
+  void run_from_editor(const std::string& text) {
+    EditorCtrl* editor = editor_ctrl();
+    ASSERT_NE(editor, nullptr);
+    editor->slide_text = {"", text};
+    editor->n_slide = 1;
+    key(116);  // F5
+    frames(4);
+  }
+  static MainCodeCtrl* runner() {
+    const CObject* object = object_get(object_find("main_code_ctrl"));
+    return object && !object->instances.empty() ? static_cast<MainCodeCtrl*>(object->instances.front()) : nullptr;
+  }
+
+  std::filesystem::path dir_, previous_;
+  std::vector<std::string> messages_;
+};
+
+TEST_F(RunPath, TheEditorsTextRunsAndEscBringsTheLearnerBack) {
+  EXPECT_EQ(current_room_index(), ROOM_EDITOR);
+  run_from_editor("INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n");
+  EXPECT_EQ(current_room_index(), ROOM_MAIN);
+  ASSERT_NE(runner(), nullptr);
+  std::ifstream code("code.txt");
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(code), {}), "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n");
+  const int before = std::stoi(std::string(runner()->program().val[static_cast<size_t>(runner()->program().find_variable("X"))].string_view()));
+  frames(3);
+  const int after = std::stoi(std::string(runner()->program().val[static_cast<size_t>(runner()->program().find_variable("X"))].string_view()));
+  EXPECT_EQ(after, before + 3) << "one pass of CICLO CONTINUO a frame";
+
+  key(27);
+  frames(1);
+  EXPECT_EQ(current_room_index(), ROOM_EDITOR);
+  EXPECT_EQ(runner(), nullptr) << "a run leaves nothing behind";
+  ASSERT_NE(editor_ctrl(), nullptr);
+  EXPECT_EQ(editor_ctrl()->slide_text[1], "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n") << "the text is kept";
+  // Runs can follow each other, each from a new start.
+  run_from_editor("INIZIA\nY = 5\nCICLO CONTINUO\n");
+  ASSERT_NE(runner(), nullptr);
+  EXPECT_LT(runner()->program().find_variable("X"), 0);
+}
+
+TEST_F(RunPath, TheCloseButtonEndsTheRunAndNotTheEnvironment) {
+  run_from_editor("INIZIA\nX = 1\nCICLO CONTINUO\n");
+  ASSERT_EQ(current_room_index(), ROOM_MAIN);
+  platform::window().simulate_close_request();
+  frames(2);
+  EXPECT_EQ(current_room_index(), ROOM_EDITOR);
+  EXPECT_FALSE(platform::window().should_quit());
+}
+
+TEST_F(RunPath, AFatalErrorUnderTheProgramStopsOnlyTheRun) {
+  // Text can't be increased: the runtime's conversion fails under the statement.
+  run_from_editor("INIZIA\nS = \"ciao\"\naumenta S di 1\nCICLO CONTINUO\n");
+  frames(2);
+  EXPECT_EQ(current_room_index(), ROOM_EDITOR);
+  ASSERT_FALSE(messages_.empty());
+  EXPECT_EQ(messages_.back().rfind("Errore durante l'esecuzione del programma:", 0), 0u) << messages_.back();
+}
+
+TEST_F(RunPath, TheWindowFollowsTheProgramsSizeInTheSameFrame) {
+  run_from_editor("INIZIA\nCICLO CONTINUO\nlarghezza_finestra = 640\naltezza_finestra = 480\n");
+  EXPECT_EQ(platform::window().size().width, 640);
+  EXPECT_EQ(platform::window().size().height, 480);
+  EXPECT_EQ(current_room()->width, 640);
+}
+
+}  // namespace
