@@ -1,6 +1,8 @@
 #include "runtime/Run/MainLoop.h"
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -8,7 +10,14 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
+#include "runtime/Graphics/Batch.h"
+#include "runtime/Graphics/Blit.h"
+#include "runtime/Graphics/ImageFile.h"
+#include "runtime/Graphics/Primitives.h"
+#include "runtime/Graphics/Surfaces.h"
 #include "runtime/Object/Objects.h"
+#include "runtime/Platform/SharedLibrary.h"
+#include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Clock.h"
 #include "runtime/Platform/Headless.h"
 #include "runtime/Platform/Window.h"
@@ -25,6 +34,32 @@ bool takes_argument(const std::string& word) {
 }
 
 void debug_line(const char* line) { debug_output(line); }
+
+// "splash.png" of the bundle folder, if there is one, five frames long on
+// black, filling the window with its proportions kept. A file that can't be
+// read shows nothing.
+void show_splash(platform::Window& window) {
+  constexpr int SPLASH_FRAMES = 5;
+  Image image;
+  if (!image_load(platform::executable_folder() + "splash.png", image)) return;
+  platform::Gpu& gpu = platform::gpu();
+  const platform::TextureId texture =
+      gpu.create_texture(image.width, image.height, platform::TextureFormat::Rgba8, image.rgba, false);
+  const platform::WindowSize size = window.size();
+  const double scale = std::min(static_cast<double>(size.width) / image.width,
+                                static_cast<double>(size.height) / image.height);
+  for (int frame = 0; frame < SPLASH_FRAMES; ++frame) {
+    set_base_target(NO_SURFACE, size.width, size.height);
+    draw_clear_alpha(0, 1);
+    blit({texture, static_cast<double>(image.width), static_cast<double>(image.height), 0, 0,
+          static_cast<double>(image.width), static_cast<double>(image.height)},
+         {(size.width - image.width * scale) / 2, (size.height - image.height * scale) / 2, 0, 0, scale, scale, 0,
+          0xFFFFFFFF});
+    batch_flush();
+    window.swap();
+  }
+  gpu.free_texture(texture);
+}
 
 // Waits for the next frame: the kernel sleeps for all but the sleep margin,
 // a busy loop does the rest, so the frame starts on time.
@@ -54,7 +89,10 @@ bool run_game(const RuntimeOptions& options, const std::function<void()>& setup_
   debug_line("IO Init\n");
   window.poll_events();
   debug_line("Process Messages\n");
-  if (!options.headless) debug_line("Splash!\n");
+  if (!options.headless) {
+    debug_line("Splash!\n");
+    show_splash(window);
+  }
   debug_line("Start Frame\n");
   debug_line("VM Init\n");
   debug_line("Create Load Form\n");
@@ -154,12 +192,26 @@ int64_t frame_wait(int32_t frame_rate, int64_t elapsed) {
   return std::clamp<int64_t>(share - elapsed, 0, 1000000);
 }
 
+void unpack_folder_files() {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(".", error)) {
+    const std::string name = entry.path().filename().string();
+    if (!entry.is_regular_file(error) || name.find('@') == std::string::npos) continue;
+    std::string target = name;
+    std::replace(target.begin(), target.end(), '@', '/');
+    const std::filesystem::path path(target);
+    std::filesystem::create_directories(path.parent_path(), error);
+    std::filesystem::rename(entry.path(), path, error);
+  }
+}
+
 int runtime_run(const RuntimeOptions& options, const std::function<void()>& setup_game) {
   std::FILE* debug_file = nullptr;
   if (!options.debug_output.empty()) debug_file = std::fopen(options.debug_output.c_str(), "w");
   set_debug_output_file(debug_file ? debug_file : (options.output_debug_string ? stderr : nullptr));
   platform::set_headless(options.headless);
   platform::clock_start();
+  unpack_folder_files();
   platform::make_window(options.headless);
   set_game_exit_status(0);
   while (run_game(options, setup_game)) {

@@ -33,6 +33,10 @@ std::vector<std::string> split_command_line(const std::string& line);
 // unknown words are skipped.
 RuntimeOptions parse_command_line(const std::vector<std::string>& words);
 
+// Moves each file of the current folder whose name holds "@" to the path
+// that the name spells with "@" as a folder separator, making the folders.
+void unpack_folder_files();
+
 // The microseconds to wait before the next frame: the frame's share of a
 // second at `frame_rate` less `elapsed`, between 0 and one second.
 int64_t frame_wait(int32_t frame_rate, int64_t elapsed);
