@@ -3,21 +3,30 @@
 #include "environment/editor_ctrl.h"
 #include "families/families.h"
 #include "families/funzioni_di_casualita.h"
+#include "families/funzioni_di_disegno.h"
 #include "language/main_code_ctrl.h"
 #include "language/sound_assets.h"
 #include "runtime/Room/Room.h"
 
 namespace {
 
-// What starts with every run besides the program: chance begins from the same seed.
-void start_of_run(ProgramInstance&) { ripristina_casualita_di_avvio(); }
+// The grid's numbers are small: the default font at this scale.
+constexpr double GRID_LABEL_SCALE = 0.65;
+
+// Every run begins with chance from the same seed, draws its grid, and
+// takes the pictures it loaded away at its end.
+constexpr RunHooks RUN_HOOKS = {
+    [](ProgramInstance&) { ripristina_casualita_di_avvio(); },
+    [](ProgramInstance& p) { draw_grid(p, GRID_LABEL_SCALE); },
+    [](ProgramInstance&) { delete_loaded_images(); },
+};
 
 }  // namespace
 
 void define_environment(Startup startup) {
   register_language_sounds();
   register_families();
-  set_run_start_hook(start_of_run);
+  set_run_hooks(RUN_HOOKS);
   const int32_t editor = define_editor_ctrl();
   const int32_t run_button = define_tasto_esegui();
   const int32_t runner = define_main_code_ctrl();

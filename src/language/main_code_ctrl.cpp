@@ -26,7 +26,7 @@
 
 namespace {
 
-void (*g_run_start_hook)(ProgramInstance&) = nullptr;
+RunHooks g_hooks;
 
 std::vector<std::pair<std::string, std::string>>& run_variables() {
   static std::vector<std::pair<std::string, std::string>> variables;
@@ -56,13 +56,11 @@ void go_to_editor() {
   if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
 }
 
-// The grid's numbers are small: the default font at this scale.
-constexpr double GRID_LABEL_SCALE = 0.65;
 constexpr double RULER_LABEL_SCALE = 0.8;
 
 }  // namespace
 
-void set_run_start_hook(void (*hook)(ProgramInstance& program)) { g_run_start_hook = hook; }
+void set_run_hooks(const RunHooks& hooks) { g_hooks = hooks; }
 
 const std::vector<std::pair<std::string, std::string>>& last_run_variables() { return run_variables(); }
 
@@ -83,7 +81,7 @@ void MainCodeCtrl::create() {
     room->background_colour = 32896;
   }
   set_circle_precision(64);
-  if (g_run_start_hook) g_run_start_hook(p);
+  if (g_hooks.start) g_hooks.start(p);
   if (tokenization(p.program, WORKING_DIRECTORY) == TokenizationResult::DivisionByZero) {
     // The message has been shown: the program doesn't run.
     set_run_stopped_by_error(true);
@@ -95,7 +93,7 @@ void MainCodeCtrl::create() {
   p.mem_function(0, p.program.totale_tok);
   alarm[0] = 1;
   time = step_count = 0;
-  draw_grid_surface();
+  if (g_hooks.draw_grid) g_hooks.draw_grid(p);
   // A click on the close button ends the run, not the environment.
   window_command_hook(WINDOW_COMMAND_CLOSE);
   p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
@@ -114,30 +112,6 @@ void MainCodeCtrl::run_block(int from, int to) {
 }
 
 void MainCodeCtrl::alarm_0() { run_block(program_->program.INIZIA, program_->program.DISEGNA); }
-
-void MainCodeCtrl::draw_grid_surface() {
-  ProgramInstance& p = *program_;
-  const int width = static_cast<int>(std::max(p.larghezza_finestra, 1.0));
-  const int height = static_cast<int>(std::max(p.altezza_finestra, 1.0));
-  if (!surface_exists(p.surf)) p.surf = surface_create(width, height);
-  if (!surface_exists(p.surf) || !surface_set_target(p.surf)) return;
-  draw_clear_alpha(p.sfondo_griglia, 1);
-  const double step = std::max(p.dimensione_griglia, 2.0);
-  const uint32_t saved_colour = draw_state().colour;
-  draw_state().colour = static_cast<uint32_t>(p.colore_griglia);
-  draw_set_halign(0);
-  draw_set_valign(0);
-  for (double x = 0; x <= width; x += step) {
-    draw_line(x, 0, x, height);
-    draw_text_transformed(x + 1, 1, std::to_string(static_cast<int>(x)), GRID_LABEL_SCALE, GRID_LABEL_SCALE, 0);
-  }
-  for (double y = 0; y <= height; y += step) {
-    draw_line(0, y, width, y);
-    draw_text_transformed(1, y + 1, std::to_string(static_cast<int>(y)), GRID_LABEL_SCALE, GRID_LABEL_SCALE, 0);
-  }
-  draw_state().colour = saved_colour;
-  surface_reset_target();
-}
 
 void MainCodeCtrl::step() {
   ProgramInstance& p = *program_;
@@ -158,7 +132,9 @@ void MainCodeCtrl::step() {
 }
 
 void MainCodeCtrl::draw_begin() {
-  if (program_->griglia_visibile == 1 && !surface_exists(program_->surf)) draw_grid_surface();
+  if (program_->griglia_visibile == 1 && !surface_exists(program_->surf) && g_hooks.draw_grid) {
+    g_hooks.draw_grid(*program_);
+  }
 }
 
 void MainCodeCtrl::draw() {
@@ -272,9 +248,7 @@ void MainCodeCtrl::room_end() {
   for (int k = 0; k < p.vari_size && static_cast<size_t>(k) < p.val.size(); ++k) {
     variables.emplace_back(value_to_text(p.vari[static_cast<size_t>(k)]), value_to_text(p.val[static_cast<size_t>(k)]));
   }
-  // The pictures this run loaded go with it; the environment's own stay.
-  const double loaded = global_number("tot_img_load"), own = global_number("tot_img_ide");
-  for (double index = loaded; index > own; --index) call("sprite_delete", {RValue::number(index)});
+  if (g_hooks.end) g_hooks.end(*program_);
   surface_free(program_->surf);
   surface_free(program_->timbri);
   if (main_program() == program_.get()) set_main_program(nullptr);

@@ -48,8 +48,6 @@ class MainCodeCtrl : public CInstance {
   static void guarded(const std::function<void()>& work);
   // Runs positions `from` to `to` of the program, guarded.
   void run_block(int from, int to);
-  // The grid picture: the background colour, a line every step with its number.
-  void draw_grid_surface();
 
   std::unique_ptr<ProgramInstance> program_;
 };
@@ -57,9 +55,14 @@ class MainCodeCtrl : public CInstance {
 // Registers main_code_ctrl; returns its object index.
 int32_t define_main_code_ctrl();
 
-// What else starts with each run (the seeded chance, the families' memories);
-// the application sets it, since the families stand above the language.
-void set_run_start_hook(void (*hook)(ProgramInstance& program));
+// What the families do around a run, which the application hands in since
+// the families stand above the language.
+struct RunHooks {
+  void (*start)(ProgramInstance& program) = nullptr;      // with each run: the seeded chance
+  void (*draw_grid)(ProgramInstance& program) = nullptr;  // the grid picture into the program's surface
+  void (*end)(ProgramInstance& program) = nullptr;        // at the run's end: the pictures it loaded go
+};
+void set_run_hooks(const RunHooks& hooks);
 
 // The variable table of the last run, as it stood when the run ended: names and value texts in table order.
 const std::vector<std::pair<std::string, std::string>>& last_run_variables();

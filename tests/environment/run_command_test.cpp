@@ -55,6 +55,21 @@ TEST_F(RunCommand, TheGridShowsUntilABackgroundColourReplacesIt) {
   EXPECT_EQ(at(red, 50, 40)[1], 0) << "no grid line";
 }
 
+TEST_F(RunCommand, OnlyWhatTheLoopDrawsStaysOnTheScreen) {
+  ASSERT_EQ(run("INIZIA\ndisegna cerchio (X: 100, Y: 100, RAGGIO: 50, COLORE: rosso)\n"
+                "CICLO CONTINUO\ndisegna cerchio (X: 300, Y: 100, RAGGIO: 50, COLORE: blu)\n",
+                "--frames 3 --screenshot schermo.png")
+                .status,
+            0);
+  const Image picture = screenshot();
+  ASSERT_EQ(picture.width, 1000);
+  // "INIZIA" drew once, before a frame cleared it; the loop draws in every frame.
+  EXPECT_EQ(at(picture, 110, 110)[0], 255);
+  EXPECT_EQ(at(picture, 110, 110)[1], 255) << "the grid's white, not the red circle";
+  EXPECT_EQ(at(picture, 310, 110)[2], 255);
+  EXPECT_EQ(at(picture, 310, 110)[0], 0) << "the blue circle";
+}
+
 TEST_F(RunCommand, TheWindowTakesTheSizeTheProgramGivesIt) {
   ASSERT_EQ(run("INIZIA\nlarghezza_finestra = 400\naltezza_finestra = 300\nCICLO CONTINUO\n",
                 "--frames 3 --screenshot schermo.png --vars")

@@ -1,0 +1,78 @@
+// The example programs of the drawing family run their start and one
+// frame on the canvas, and draw what their comments promise.
+#include <fstream>
+
+#include "funzioni_di_disegno_fixture.h"
+#include "runtime/Font/Font.h"
+#include "runtime/Sprite/Sprite.h"
+
+namespace {
+
+class DisegnoEsempi : public DrawingProgramTest {
+ protected:
+  // The program of examples/`name`, started and run for one frame.
+  ProgramInstance& example(std::string_view name) {
+    std::ifstream file(examples_folder() / name, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    ProgramInstance& p = sole_program(text);
+    run_inizia(p);
+    run_frame(p);
+    return p;
+  }
+  static std::filesystem::path examples_folder() { return std::filesystem::path(VELANT_SOURCE_DIR) / "examples"; }
+};
+
+TEST_F(DisegnoEsempi, Forme) {
+  example("forme.txt");
+  EXPECT_TRUE(is_black(350, 160));                  // an eye
+  EXPECT_TRUE(is(pixel(330, 160), 255, 255, 255));  // the white round it
+  EXPECT_TRUE(is(pixel(400, 370), 255, 255, 0));    // the yellow button
+  EXPECT_TRUE(is(pixel(310, 110), 192, 192, 192));  // the grey head
+  EXPECT_TRUE(is(pixel(400, 45), 255, 127, 127));   // the light, half transparent
+  EXPECT_TRUE(is_black(50, 50));
+}
+
+TEST_F(DisegnoEsempi, Testi) {
+  ProgramInstance& p = example("testi.txt");
+  // The title's style is a font of its own, large and bold.
+  const auto title = static_cast<int32_t>(number(p, "titolo"));
+  ASSERT_NE(title, 0);
+  ASSERT_NE(font_get(title), nullptr);
+  EXPECT_TRUE(font_get(title)->bold);
+  EXPECT_NEAR(font_get(title)->size, 28 * 1.33333333, 0.01);
+  const Ink box = ink();
+  ASSERT_TRUE(box.any());
+  EXPECT_LT(box.top, 60);  // the title
+  EXPECT_GE(box.left, 40);
+  EXPECT_TRUE(is_white(30, 130));  // nothing left of the texts' margin
+}
+
+TEST_F(DisegnoEsempi, Immagini) {
+  std::filesystem::current_path(examples_folder());
+  ProgramInstance& p = example("immagini.txt");
+  const auto star = static_cast<int32_t>(number(p, "stella"));
+  ASSERT_NE(star, missing_image_sprite());
+  EXPECT_EQ(sprite_get_number(star), 2);
+  EXPECT_EQ(sprite_get_width(star), 32);
+  // The centre of a star, yellow or orange as the animation goes; the chosen frame is orange.
+  const Rgb centre = pixel(116, 117);
+  EXPECT_TRUE(is(centre, 255, 215, 0) || is(centre, 255, 140, 0));
+  EXPECT_TRUE(is(pixel(116, 317), 255, 140, 0));
+  // The picture named by its path was loaded once more, and the missing one stands as the placeholder.
+  ASSERT_EQ(p.tot_mem_ris, 3);
+  EXPECT_EQ(p.mem_ris[1], "immagini/stella.png");
+  EXPECT_EQ(p.mem_ris_index[2], missing_image_sprite());
+}
+
+TEST_F(DisegnoEsempi, Griglia) {
+  ProgramInstance& p = example("griglia.txt");
+  EXPECT_TRUE(surface_exists(p.surf));
+  EXPECT_EQ(p.dimensione_griglia, 50);
+  EXPECT_EQ(global("righelli"), 1);
+  EXPECT_EQ(global("goniometro"), 1);
+  EXPECT_EQ(stored(p, "differenza"), exact(0));  // the coral of the example is the colour word's
+  EXPECT_TRUE(is(pixel(150, 150), 255, 127, 80));
+  EXPECT_EQ(number(p, "sotto"), number(p, "corallo_mio"));
+}
+
+}  // namespace
