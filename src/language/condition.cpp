@@ -24,9 +24,8 @@ constexpr text_edit::Rewrite FORMULA_ALPHABET[] = {
     {"non", "n"}, {"o_esclusivamente", "x"}, {"==", "="}, {">=", "#"}, {"<=", "@"}, {"!=", "ù"},
 };
 
-bool holds_comparison(std::string_view t) {
-  return text_edit::contains(t, "=") || text_edit::contains(t, ">") || text_edit::contains(t, "<");
-}
+// One-byte signs: in UTF-8 every such byte starts a character.
+bool holds_comparison(std::string_view t) { return t.find_first_of("=><") != std::string_view::npos; }
 
 bool is_logic_word(std::string_view t) { return t == "e" || t == "o" || t == "o_esclusivamente"; }
 

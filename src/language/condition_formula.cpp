@@ -166,11 +166,34 @@ bool single_comparison(ExpressionContext& ctx, std::string_view f, std::string& 
   return true;
 }
 
+// Comparisons of plain numbers joined by "e", "o" and "x" ("700#700e700<1400"):
+// the stages below work them out from left to right, none before another,
+// and so does this, without cutting.
+bool plain_comparisons(ExpressionContext& ctx, std::string_view f, std::string& out) {
+  bool result = false;
+  char joined_by = 0;
+  size_t start = 0;
+  for (size_t i = 0; i <= f.size(); ++i) {
+    if (i < f.size() && f[i] != 'e' && f[i] != 'o' && f[i] != 'x') continue;
+    std::string part;
+    if (!single_comparison(ctx, f.substr(start, i - start), part)) return false;
+    const bool value = part == "1";
+    result = joined_by == 0     ? value
+             : joined_by == 'e' ? result && value
+             : joined_by == 'o' ? result || value
+                                : result != value;
+    if (i < f.size()) joined_by = f[i];
+    start = i + 1;
+  }
+  out = truth(result);
+  return true;
+}
+
 }  // namespace
 
 std::string boolean_parse(ExpressionContext& ctx, std::string_view formula) {
   if (formula == "1" || formula == "0") return std::string(formula);
-  if (std::string simple; single_comparison(ctx, formula, simple)) return simple;
+  if (std::string plain; plain_comparisons(ctx, formula, plain)) return plain;
   std::string f(formula);
   // Without logic, brackets can only group a comparison: they go.
   if (!text_edit::contains(f, "e") && !text_edit::contains(f, "o") && !text_edit::contains(f, "x") &&

@@ -4,6 +4,8 @@
 
 std::string without_marks(std::string_view token) {
   std::string text(token);
+  // Every mark begins with "<": a token without one has none.
+  if (token.find('<') == std::string_view::npos) return text;
   text_edit::replace_all(text, DARK_MARK, "");
   text_edit::replace_all(text, DONE_MARK, "");
   return text;
