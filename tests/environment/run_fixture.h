@@ -55,3 +55,12 @@ class RunFixture : public ::testing::Test {
 
   std::filesystem::path dir_;
 };
+
+// The value of `name` in the printed table, or "absent".
+inline std::string printed_value(const std::string& printed, const std::string& name) {
+  const std::string out = "\n" + printed;
+  const size_t at = out.find("\n" + name + " = ");
+  if (at == std::string::npos) return "absent";
+  const size_t begin = at + name.size() + 4;
+  return out.substr(begin, out.find('\n', begin) - begin);
+}

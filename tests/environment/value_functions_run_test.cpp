@@ -6,15 +6,6 @@ namespace {
 
 using ValueFunctionsRun = RunFixture;
 
-// The value of `name` in the printed table, or "absent".
-std::string value_of(const std::string& printed, const std::string& name) {
-  const std::string out = "\n" + printed;
-  const size_t at = out.find("\n" + name + " = ");
-  if (at == std::string::npos) return "absent";
-  const size_t begin = at + name.size() + 4;
-  return out.substr(begin, out.find('\n', begin) - begin);
-}
-
 TEST_F(ValueFunctionsRun, NumbersComeBackExactOrShortAsEachFunctionGivesThem) {
   const RunResult r = run(
       "INIZIA\n"
@@ -27,12 +18,12 @@ TEST_F(ValueFunctionsRun, NumbersComeBackExactOrShortAsEachFunctionGivesThem) {
       "CICLO CONTINUO\n",
       "--frames 2 --vars");
   ASSERT_EQ(r.status, 0) << r.out;
-  EXPECT_EQ(value_of(r.out, "M"), "9.500000000000000000000000000000");
-  EXPECT_EQ(value_of(r.out, "N"), "3");
-  EXPECT_EQ(value_of(r.out, "Q"), "2.25");
-  EXPECT_EQ(value_of(r.out, "R"), "1.41");
-  EXPECT_EQ(value_of(r.out, "D"), "0") << "no argument: the default";
-  EXPECT_EQ(value_of(r.out, "S"), "1.000000000000000000000000000000");
+  EXPECT_EQ(printed_value(r.out, "M"), "9.500000000000000000000000000000");
+  EXPECT_EQ(printed_value(r.out, "N"), "3");
+  EXPECT_EQ(printed_value(r.out, "Q"), "2.25");
+  EXPECT_EQ(printed_value(r.out, "R"), "1.41");
+  EXPECT_EQ(printed_value(r.out, "D"), "0") << "no argument: the default";
+  EXPECT_EQ(printed_value(r.out, "S"), "1.000000000000000000000000000000");
 }
 
 TEST_F(ValueFunctionsRun, TextsKeepTheirQuotesAndCountCharacters) {
@@ -44,9 +35,9 @@ TEST_F(ValueFunctionsRun, TextsKeepTheirQuotesAndCountCharacters) {
       "CICLO CONTINUO\n",
       "--frames 2 --vars");
   ASSERT_EQ(r.status, 0) << r.out;
-  EXPECT_EQ(value_of(r.out, "L"), "5.000000000000000000000000000000");
-  EXPECT_EQ(value_of(r.out, "U"), "\"CIAO\"");
-  EXPECT_EQ(value_of(r.out, "B"), "1");
+  EXPECT_EQ(printed_value(r.out, "L"), "5.000000000000000000000000000000");
+  EXPECT_EQ(printed_value(r.out, "U"), "\"CIAO\"");
+  EXPECT_EQ(printed_value(r.out, "B"), "1");
 }
 
 TEST_F(ValueFunctionsRun, ChanceDrawsTheSameNumbersAtEveryRun) {
@@ -57,10 +48,10 @@ TEST_F(ValueFunctionsRun, ChanceDrawsTheSameNumbersAtEveryRun) {
       "CICLO CONTINUO\n";
   const RunResult first = run(program, "--frames 2 --vars");
   const RunResult second = run(program, "--frames 2 --vars");
-  ASSERT_NE(value_of(first.out, "A"), "absent");
-  EXPECT_EQ(value_of(first.out, "A"), value_of(second.out, "A"));
-  EXPECT_EQ(value_of(first.out, "B"), value_of(second.out, "B"));
-  const int a = std::stoi(value_of(first.out, "A"));
+  ASSERT_NE(printed_value(first.out, "A"), "absent");
+  EXPECT_EQ(printed_value(first.out, "A"), printed_value(second.out, "A"));
+  EXPECT_EQ(printed_value(first.out, "B"), printed_value(second.out, "B"));
+  const int a = std::stoi(printed_value(first.out, "A"));
   EXPECT_GE(a, 1);
   EXPECT_LE(a, 1000);
 }
