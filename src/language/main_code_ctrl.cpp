@@ -37,14 +37,6 @@ constexpr double ROOM_SPEED = 30;
 // code.txt and the files a program names are read from the process's current folder.
 const std::string WORKING_DIRECTORY;
 
-// Calls a built-in by name for what it does; one that isn't there does nothing.
-RValue call(const char* name, std::initializer_list<RValue> arguments = {}) {
-  RValue result;
-  std::vector<RValue> args(arguments);
-  builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data());
-  return result;
-}
-
 double global_number(const char* name) {
   RValue value;
   variable_get(global_object(), variable_id(name), NO_ARRAY_INDEX, value);
@@ -52,7 +44,9 @@ double global_number(const char* name) {
 }
 
 void go_to_editor() {
-  call("audio_stop_all");
+  // Sounds stop with the run; without the sound module there is nothing to stop.
+  RValue none;
+  builtin_call("audio_stop_all", none, nullptr, nullptr, 0, nullptr);
   if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
 }
 
