@@ -58,11 +58,104 @@ StrippedBrackets strip_formula_brackets(std::string& t) {
   return stripped;
 }
 
+// The comparison signs and logic words of a plain condition, with the
+// letters that the formula alphabet turns them into.
+constexpr text_edit::Rewrite PLAIN_SIGNS[] = {
+    {"=", "="}, {"==", "="}, {">", ">"}, {"<", "<"}, {">=", "#"}, {"<=", "@"}, {"!=", "ù"},
+    {"e", "e"}, {"o", "o"}, {"o_esclusivamente", "x"},
+};
+
+const text_edit::Rewrite* plain_sign(std::string_view t) {
+  for (const text_edit::Rewrite& sign : PLAIN_SIGNS) {
+    if (sign.from == t) return &sign;
+  }
+  return nullptr;
+}
+
+// An operand that the general reading works out on its own and whole: no
+// sign, logic word or "non" in it, and no bracket that could belong to the
+// formula.
+bool is_plain_operand(std::string_view t) {
+  return !t.empty() && !holds_comparison(t) && !is_logic_word(t) && !text_edit::contains(t, "non") &&
+         t.find_first_of("[]") == std::string_view::npos;
+}
+
+// A value that the formula alphabet leaves alone and that touches no sign
+// beside it: a number written with digits, points and minus signs only.
+bool is_numeral(std::string_view value) {
+  return !value.empty() && value.find_first_not_of("0123456789.-") == std::string_view::npos;
+}
+
+// The plan of the condition behind position `j`, read from its tokens: plain
+// when they alternate operand, sign, operand ... and carry no mark.
+ConditionPlan plan_condition(const ProgramInstance& p, int j, int64_t end) {
+  ConditionPlan plan;
+  bool operand_next = true;
+  for (int64_t k = j + 1; k < end; ++k) {
+    const std::string_view t = p.token_text(static_cast<int>(k));
+    if (text_edit::contains(t, "{")) {
+      plan.plain = !operand_next && !plan.tokens.empty();
+      return plan;
+    }
+    if (without_marks(t) != t || unmarked(t) != t) return plan;
+    const text_edit::Rewrite* sign = operand_next ? nullptr : plain_sign(t);
+    if (operand_next ? !is_plain_operand(t) : !sign) return plan;
+    plan.tokens.emplace_back(t);
+    plan.signs.emplace_back(sign ? sign->to : std::string_view());
+    operand_next = !operand_next;
+  }
+  return plan;
+}
+
 }  // namespace
 
+bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
+  auto [at, made] = program.condition_plans.try_emplace(j);
+  ConditionPlan& plan = at->second;
+  if (made) plan = plan_condition(*this, j, end);
+  // The plan holds while the tokens and the brace behind them stand as they did.
+  const int brace = j + 1 + static_cast<int>(plan.tokens.size());
+  if (!plan.plain || brace >= end || !text_edit::contains(token_text(brace), "{")) return false;
+  for (size_t k = 0; k < plan.tokens.size(); ++k) {
+    if (token_text(j + 1 + static_cast<int>(k)) != plan.tokens[k]) return false;
+  }
+  // The formula as the general reading writes it, and the same with the
+  // signs already in the formula's letters: with numbers for every operand
+  // the alphabet could change nothing else, so the second one is ready.
+  std::string formula, lettered;
+  bool numerals = true;
+  for (size_t k = 0; k < plan.tokens.size(); ++k) {
+    if (!plan.signs[k].empty()) {
+      formula += plan.tokens[k];
+      lettered += plan.signs[k];
+      continue;
+    }
+    const std::string value = calculate_string(*this, plan.tokens[k]);
+    numerals = numerals && is_numeral(value);
+    formula += value;
+    lettered += value;
+  }
+  if (!numerals) {
+    text_edit::replace_all(formula, FORMULA_ALPHABET);
+    truth = reduce_condition(*this, formula);
+  } else if (!plain_comparisons(*this, lettered, truth)) {
+    truth = reduce_condition(*this, lettered);
+  }
+  return true;
+}
+
+// Scans stop at the end of the program, or of the array where it is shorter.
+int64_t ProgramInstance::condition_scan_end() const {
+  return std::min<int64_t>(program.totale_tok, static_cast<int64_t>(program.tok.size()));
+}
+
 std::string ProgramInstance::tokenizza_boolean(int j) {
-  // Scans stop at the end of the program, or of the array where it is shorter.
-  const int64_t end = std::min<int64_t>(program.totale_tok, static_cast<int64_t>(program.tok.size()));
+  if (std::string truth; plain_condition(j, condition_scan_end(), truth)) return truth;
+  return read_condition(j);
+}
+
+std::string ProgramInstance::read_condition(int j) {
+  const int64_t end = condition_scan_end();
   const auto token = [&](int64_t k) { return k < 0 || k >= end ? std::string_view() : token_text(static_cast<int>(k)); };
   std::vector<std::string> tb(1);  // tb[0] stands before the first token and is never filled
   for (int64_t z = 1; !text_edit::contains(token(j + z), "{"); ++z) {

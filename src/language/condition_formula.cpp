@@ -166,9 +166,8 @@ bool single_comparison(ExpressionContext& ctx, std::string_view f, std::string& 
   return true;
 }
 
-// Comparisons of plain numbers joined by "e", "o" and "x" ("700#700e700<1400"):
-// the stages below work them out from left to right, none before another,
-// and so does this, without cutting.
+}  // namespace
+
 bool plain_comparisons(ExpressionContext& ctx, std::string_view f, std::string& out) {
   bool result = false;
   char joined_by = 0;
@@ -188,8 +187,6 @@ bool plain_comparisons(ExpressionContext& ctx, std::string_view f, std::string& 
   out = truth(result);
   return true;
 }
-
-}  // namespace
 
 std::string boolean_parse(ExpressionContext& ctx, std::string_view formula) {
   if (formula == "1" || formula == "0") return std::string(formula);

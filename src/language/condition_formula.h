@@ -14,6 +14,11 @@
 
 #include "language/expression_context.h"
 
+// The truth of comparisons of plain numbers joined by "e", "o" and "x"
+// ("700#700e700<1400") into `out`, worked out from left to right as the
+// stages below work them out, without cutting; false for any other formula.
+bool plain_comparisons(ExpressionContext& ctx, std::string_view formula, std::string& out);
+
 // The formula one stage further: comparisons worked out, values made truth
 // values, negations and logic done within the innermost brackets.
 std::string boolean_parse(ExpressionContext& ctx, std::string_view formula);

@@ -488,12 +488,28 @@ std::string Evaluation::result(double calc) const {
   return text;
 }
 
+// Whether `text` has none of the characters that cut an expression or open a
+// bracket: it is one piece, whose value is the whole answer.
+bool is_one_piece(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char c) {
+    return is_operator_char(c) || c == '(' || c == ')' || c == '[' || c == ']';
+  });
+}
+
 std::string evaluate(ExpressionContext& ctx, std::string_view text, bool permissive) {
   if (begins_with_quote(text)) return std::string(text);
   // A name of a string variable gives its text; the twin for typed text doesn't look.
   if (!permissive) {
     std::string value = ctx.calculate_var(text);
     if (begins_with_quote(value)) return value;
+  }
+  // A lone number or name, the commonest expression, is its own value or the
+  // value of the name; where that value is one piece too, the steps below
+  // would give it back unchanged.
+  if (!text.empty() && is_one_piece(text)) {
+    if (is_self_valued(text)) return std::string(text);
+    std::string value = ctx.cal_var_and_const(text);
+    if (is_one_piece(value)) return value;
   }
   const WorkspaceLease lease;
   if (lease.too_deep()) return permissive ? std::string(PERMESSIVE_FAILURE) : std::string("0");
@@ -540,7 +556,37 @@ int calculate_bl(const ExpressionPieces& pieces) {
   return cuts + 1;
 }
 
+namespace {
+
+// Reads a plain numeral, "-" and up to 15 digits with at most one point
+// between them, the way most value texts are written. Both the digits as an
+// integer and the power of ten are exact doubles, so their quotient is the
+// correctly rounded number that the general parser gives too.
+bool read_plain_numeral(std::string_view text, double& out) {
+  constexpr double POWERS_OF_TEN[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  const bool negative = !text.empty() && text[0] == '-';
+  if (negative) text.remove_prefix(1);
+  if (text.empty() || !is_digit(text.front()) || !is_digit(text.back())) return false;
+  int64_t digits = 0;
+  int count = 0, decimals = -1;
+  for (const char c : text) {
+    if (c == '.' && decimals < 0) {
+      decimals = 0;
+      continue;
+    }
+    if (!is_digit(c) || ++count > 15) return false;
+    digits = digits * 10 + (c - '0');
+    if (decimals >= 0) ++decimals;
+  }
+  const double number = decimals > 0 ? static_cast<double>(digits) / POWERS_OF_TEN[decimals] : static_cast<double>(digits);
+  out = negative ? -number : number;
+  return true;
+}
+
+}  // namespace
+
 double string_is_real(std::string_view text) {
+  if (double number; read_plain_numeral(text, number)) return number;
   if (std::none_of(text.begin(), text.end(), is_digit)) return 0;
   // An instance id written as text.
   constexpr std::string_view INSTANCE = "ref instance ";

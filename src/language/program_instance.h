@@ -83,6 +83,13 @@ class ProgramInstance : public ExpressionContext {
   // The truth of the condition behind the "se" or "finche" at position `j`,
   // "1" or "0"; "error" after the message when no "{" closes it.
   std::string tokenizza_boolean(int j);
+  // The same by the general reading, token by token, whatever the condition.
+  std::string read_condition(int j);
+  // The truth of a condition that is a chain of plain comparisons, by its
+  // plan, into `truth`; false for any other, which the general reading takes.
+  bool plain_condition(int j, int64_t end, std::string& truth);
+  // Where the scans of a condition's tokens stop.
+  int64_t condition_scan_end() const;
 
   // The text of token `k`; "" beyond the array or for an entry without text.
   std::string_view token_text(int k) const;

@@ -5,8 +5,26 @@
 
 namespace text_edit {
 
+namespace {
+
+// Texts up to this length are checked for wide characters before a search:
+// in the short texts of tokens and values the check is cheaper than the
+// character-aware cursor it saves.
+constexpr size_t SHORT_TEXT = 64;
+
+// Whether `text` is short and plain ASCII, so that every byte starts a character.
+bool is_short_ascii(std::string_view text) {
+  if (text.size() > SHORT_TEXT) return false;
+  unsigned char wide = 0;
+  for (const char c : text) wide |= static_cast<unsigned char>(c);
+  return wide < 0x80;
+}
+
+}  // namespace
+
 size_t find(std::string_view text, std::string_view sub, size_t from) {
   if (from > text.size()) return npos;
+  if (is_short_ascii(text)) return text.find(sub, from);
   CharCursor cursor(text.substr(from));
   if (!cursor.find(sub)) return npos;
   return from + static_cast<size_t>(cursor.p - (text.data() + from));
@@ -15,6 +33,11 @@ size_t find(std::string_view text, std::string_view sub, size_t from) {
 size_t count(std::string_view text, std::string_view sub) {
   if (text.empty()) return 0;
   if (sub.empty()) return length(text);
+  if (is_short_ascii(text)) {
+    size_t n = 0;
+    for (size_t at = text.find(sub); at != npos; at = text.find(sub, at + 1)) ++n;
+    return n;
+  }
   CharCursor cursor(text);
   size_t n = 0;
   while (cursor.find(sub)) {

@@ -3,11 +3,22 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "runtime/Code/RValue.h"
 
 struct FamilyFunction;
+
+// A condition as its tokens stood when it was first worked out, for the
+// conditions that are a chain of plain comparisons ("n >= 700 e n < 1400"):
+// operands, each worked out on its own, alternating with comparison signs
+// and logic words.
+struct ConditionPlan {
+  bool plain = false;
+  std::vector<std::string> tokens;  // the tokens after "se" up to the brace
+  std::vector<std::string> signs;   // each sign's letter in the formula; empty for an operand
+};
 
 struct TokenProgram {
   // Token texts. Index 0 holds "INIZIA", then the program's tokens, an empty
@@ -33,4 +44,6 @@ struct TokenProgram {
   // candidates[candidates_from[i + 1]].
   std::vector<const FamilyFunction*> candidates;
   std::vector<uint32_t> candidates_from;
+  // The plans of the conditions met so far, by the position of their "se".
+  std::unordered_map<int, ConditionPlan> condition_plans;
 };

@@ -222,6 +222,20 @@ TEST_F(Expressions, StringIsRealReadsNumbersOnly) {
   EXPECT_EQ(string_is_real("6.0000000000"), 6);
   // Digits without a point and no number in front are the runtime's `real` failure.
   EXPECT_FATAL(string_is_real("a1"), "unable to convert string \"a1\" to number");
+
+  // Plain numerals up to the longest that the quick reading takes, and past
+  // it, come out as the C library reads them, to the last bit.
+  std::mt19937 random(3);
+  for (int round = 0; round < 20000; ++round) {
+    std::string numeral = random() % 4 == 0 ? "-" : "";
+    const int digits = 1 + static_cast<int>(random() % 17);
+    const int point = static_cast<int>(random() % (digits + 1));
+    for (int k = 0; k < digits; ++k) {
+      if (k == point && k > 0) numeral += '.';
+      numeral += static_cast<char>('0' + random() % 10);
+    }
+    ASSERT_EQ(string_is_real(numeral), std::strtod(numeral.c_str(), nullptr)) << numeral;
+  }
 }
 
 TEST_F(Expressions, ModularPowerSquaresAndReduces) {

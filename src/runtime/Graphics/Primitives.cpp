@@ -50,15 +50,10 @@ void emit_strip(const Point* points, size_t count) {
   }
 }
 
-// A fan as a list of triangles.
 void emit_fan(const Point* points, size_t count) {
-  if (count < 3) return;
-  Vertex* v = batch_reserve(Primitive::Triangles, 0, 3 * (count - 2));
-  for (size_t k = 1; k + 1 < count; ++k) {
-    put(v[3 * (k - 1)], points[0]);
-    put(v[3 * (k - 1) + 1], points[k]);
-    put(v[3 * (k - 1) + 2], points[k + 1]);
-  }
+  Vertex* v = batch_reserve_fan(0, count);
+  if (!v) return;
+  for (size_t k = 0; k < count; ++k) put(v[k], points[k]);
 }
 
 // A triangle strip as a list of triangles.

@@ -20,7 +20,8 @@ struct Vertex {
 };
 
 // The primitive lists the device draws; strips and fans become lists
-// before they reach it, so that a batch may hold many shapes.
+// before they reach it, so that a batch may hold many shapes. Triangles
+// come with indices, so that a fan's shared vertices are sent once.
 enum class Primitive : uint8_t { Points, Lines, Triangles };
 
 enum class TextureFormat : uint8_t {
@@ -67,8 +68,10 @@ class Gpu {
   // Linear filtering of textures, or nearest pixels.
   virtual void set_filter(bool linear) = 0;
 
-  // Draws `vertices` as `type`, textured with `texture` (0 for none).
-  virtual void draw(Primitive type, TextureId texture, std::span<const Vertex> vertices) = 0;
+  // Draws `vertices` as `type`, textured with `texture` (0 for none); in the
+  // order of `indices` where there are any.
+  virtual void draw(Primitive type, TextureId texture, std::span<const Vertex> vertices,
+                    std::span<const uint32_t> indices) = 0;
   // The draw calls made since the last reset, for measurements.
   virtual uint64_t draw_calls() const = 0;
   virtual void reset_draw_calls() = 0;

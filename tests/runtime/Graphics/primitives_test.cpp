@@ -132,6 +132,21 @@ TEST_F(GraphicsTest, AlphaBlendsWithWhatIsThere) {
   surface_reset_target();
 }
 
+TEST_F(GraphicsTest, OneAndZeroCopyColourAndAlphaAndBlendingComesBack) {
+  canvas();
+  draw_state().alpha = 0.5;
+  set_blend_mode(2, 1);  // one, zero: the source replaces the target, alpha and all
+  draw_rectangle(0, 0, 15, 15, false);
+  EXPECT_EQ(pixel(5, 5).r, 255);
+  EXPECT_NEAR(pixel(5, 5).a, 128, 1);
+  set_blend_mode(5, 6);  // source alpha, one minus source alpha
+  draw_rectangle(16, 0, 31, 15, false);
+  EXPECT_NEAR(pixel(20, 5).r, 128, 3);
+  EXPECT_NEAR(pixel(20, 5).a, 191, 3);  // alpha blends by the same factors
+  draw_state().alpha = 1;
+  surface_reset_target();
+}
+
 TEST_F(GraphicsTest, PrimitivesBuiltVertexByVertex) {
   canvas();
   draw_state().colour = BLUE;

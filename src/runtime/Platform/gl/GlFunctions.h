@@ -49,6 +49,7 @@ struct Functions {
   PFNGLVERTEXATTRIBPOINTERPROC VertexAttribPointer;
   PFNGLENABLEVERTEXATTRIBARRAYPROC EnableVertexAttribArray;
   decltype(&::glDrawArrays) DrawArrays;
+  decltype(&::glDrawElements) DrawElements;
   decltype(&::glEnable) Enable;
   decltype(&::glDisable) Disable;
   PFNGLBLENDFUNCSEPARATEPROC BlendFuncSeparate;

@@ -1,6 +1,6 @@
-// The graphics device on OpenGL 3.3 core: one shader that multiplies the
-// vertex colour by a texture (a white pixel when there is none), one vertex
-// buffer filled anew for each draw, and a framebuffer per render target.
+// The graphics device on OpenGL 3.3 core: a shader that multiplies the
+// vertex colour by a texture, a cheaper one for shapes without a texture, one
+// vertex buffer filled anew for each draw, and a framebuffer per render target.
 //
 // Render targets keep their first row at the top of the picture, as images
 // loaded from files do, so that both are sampled alike; the window's rows run
@@ -39,6 +39,24 @@ in vec2 v_uv;
 uniform sampler2D image;
 out vec4 colour;
 void main() { colour = texture(image, v_uv) * v_colour; }
+)";
+
+// Shapes without a texture: the colour alone, with no texture to sample.
+constexpr const char* PLAIN_VERTEX_SHADER = R"(#version 330 core
+layout(location = 0) in vec3 position;
+layout(location = 1) in vec4 colour;
+uniform mat4 transform;
+out vec4 v_colour;
+void main() {
+  gl_Position = transform * vec4(position, 1.0);
+  v_colour = colour;
+}
+)";
+
+constexpr const char* PLAIN_FRAGMENT_SHADER = R"(#version 330 core
+in vec4 v_colour;
+out vec4 colour;
+void main() { colour = v_colour; }
 )";
 
 // Blend factors by the runtime's numbers, from 1.
@@ -167,6 +185,12 @@ class GlGpu final : public Gpu {
 
   void set_blend(int source, int destination) override {
     if (!ready()) return;
+    // One and zero copy the source: the same pixels without reading the target, which a software device does much faster.
+    if (blend_factor(source) == GL_ONE && blend_factor(destination) == GL_ZERO) {
+      f_.Disable(GL_BLEND);
+      return;
+    }
+    f_.Enable(GL_BLEND);
     f_.BlendFuncSeparate(blend_factor(source), blend_factor(destination), blend_factor(source),
                          blend_factor(destination));
   }
@@ -180,7 +204,8 @@ class GlGpu final : public Gpu {
     }
   }
 
-  void draw(Primitive type, TextureId texture, std::span<const Vertex> vertices) override {
+  void draw(Primitive type, TextureId texture, std::span<const Vertex> vertices,
+            std::span<const uint32_t> indices) override {
     if (vertices.empty() || !ready()) return;
     // Render targets keep their rows the other way up from the window.
     float matrix[16];
@@ -188,12 +213,23 @@ class GlGpu final : public Gpu {
     if (target_framebuffer_) {
       for (int column = 0; column < 4; ++column) matrix[column * 4 + 1] = -matrix[column * 4 + 1];
     }
-    f_.UniformMatrix4fv(transform_location_, 1, GL_FALSE, matrix);
     const TextureRecord* record = texture ? find(texture) : nullptr;
-    f_.BindTexture(GL_TEXTURE_2D, record ? record->name : white_);
+    const Pipeline& pipeline = record ? textured_ : plain_;
+    if (&pipeline != in_use_) {
+      f_.UseProgram(pipeline.program);
+      in_use_ = &pipeline;
+    }
+    f_.UniformMatrix4fv(pipeline.transform_location, 1, GL_FALSE, matrix);
+    if (record) f_.BindTexture(GL_TEXTURE_2D, record->name);
     f_.BufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices.size_bytes()), vertices.data(), GL_STREAM_DRAW);
     const GLenum mode = type == Primitive::Points ? GL_POINTS : type == Primitive::Lines ? GL_LINES : GL_TRIANGLES;
-    f_.DrawArrays(mode, 0, static_cast<GLsizei>(vertices.size()));
+    if (indices.empty()) {
+      f_.DrawArrays(mode, 0, static_cast<GLsizei>(vertices.size()));
+    } else {
+      f_.BufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(indices.size_bytes()), indices.data(),
+                    GL_STREAM_DRAW);
+      f_.DrawElements(mode, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT, nullptr);
+    }
     ++draw_calls_;
   }
 
@@ -244,11 +280,11 @@ class GlGpu final : public Gpu {
     return ok ? shader : 0;
   }
 
-  // The shader, the vertex layout, the white texture and the default state.
-  bool make_pipeline() {
-    const GLuint vertex = compile(GL_VERTEX_SHADER, VERTEX_SHADER);
-    const GLuint fragment = compile(GL_FRAGMENT_SHADER, FRAGMENT_SHADER);
-    if (!vertex || !fragment) return false;
+  // The program of a vertex and a fragment shader, or 0 when either fails.
+  GLuint link(const char* vertex_source, const char* fragment_source) {
+    const GLuint vertex = compile(GL_VERTEX_SHADER, vertex_source);
+    const GLuint fragment = compile(GL_FRAGMENT_SHADER, fragment_source);
+    if (!vertex || !fragment) return 0;
     const GLuint program = f_.CreateProgram();
     f_.AttachShader(program, vertex);
     f_.AttachShader(program, fragment);
@@ -257,16 +293,26 @@ class GlGpu final : public Gpu {
     f_.DeleteShader(fragment);
     GLint linked = 0;
     f_.GetProgramiv(program, GL_LINK_STATUS, &linked);
-    if (!linked) return false;
-    f_.UseProgram(program);
-    transform_location_ = f_.GetUniformLocation(program, "transform");
-    f_.Uniform1i(f_.GetUniformLocation(program, "image"), 0);
+    return linked ? program : 0;
+  }
 
-    GLuint vao = 0, vbo = 0;
+  // The shaders, the vertex layout and the default state.
+  bool make_pipeline() {
+    textured_.program = link(VERTEX_SHADER, FRAGMENT_SHADER);
+    plain_.program = link(PLAIN_VERTEX_SHADER, PLAIN_FRAGMENT_SHADER);
+    if (!textured_.program || !plain_.program) return false;
+    textured_.transform_location = f_.GetUniformLocation(textured_.program, "transform");
+    plain_.transform_location = f_.GetUniformLocation(plain_.program, "transform");
+    f_.UseProgram(textured_.program);
+    f_.Uniform1i(f_.GetUniformLocation(textured_.program, "image"), 0);
+    in_use_ = &textured_;
+
+    GLuint vao = 0, buffers[2] = {};
     f_.GenVertexArrays(1, &vao);
     f_.BindVertexArray(vao);
-    f_.GenBuffers(1, &vbo);
-    f_.BindBuffer(GL_ARRAY_BUFFER, vbo);
+    f_.GenBuffers(2, buffers);
+    f_.BindBuffer(GL_ARRAY_BUFFER, buffers[0]);
+    f_.BindBuffer(GL_ELEMENT_ARRAY_BUFFER, buffers[1]);
     const auto stride = static_cast<GLsizei>(sizeof(Vertex));
     f_.VertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(Vertex, x)));
     f_.VertexAttribPointer(1, 4, GL_UNSIGNED_BYTE, GL_TRUE, stride, reinterpret_cast<void*>(offsetof(Vertex, colour)));
@@ -275,11 +321,6 @@ class GlGpu final : public Gpu {
 
     f_.PixelStorei(GL_UNPACK_ALIGNMENT, 1);
     f_.ActiveTexture(GL_TEXTURE0);
-    const uint8_t white[] = {255, 255, 255, 255};
-    f_.GenTextures(1, &white_);
-    f_.BindTexture(GL_TEXTURE_2D, white_);
-    f_.TexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, white);
-    apply_filter();
 
     f_.Enable(GL_BLEND);
     f_.BlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -294,8 +335,13 @@ class GlGpu final : public Gpu {
   uint64_t generation_ = 0;
   std::unordered_map<TextureId, TextureRecord> textures_;
   TextureId next_id_ = 1;
-  GLuint white_ = 0;
-  GLint transform_location_ = -1;
+  // A linked shader program and where its transform goes.
+  struct Pipeline {
+    GLuint program = 0;
+    GLint transform_location = -1;
+  };
+  Pipeline textured_, plain_;
+  const Pipeline* in_use_ = nullptr;
   GLuint target_framebuffer_ = 0;
   int target_height_ = 0;
   bool linear_ = false;
