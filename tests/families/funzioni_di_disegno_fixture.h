@@ -25,6 +25,7 @@
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
 #include "runtime/Sprite/Sprite.h"
+#include "test_pictures.h"
 
 struct Rgb {
   int r, g, b;
@@ -141,19 +142,7 @@ class DrawingProgramTest : public ProgramTest {
   // Writes a PNG of `width` x `height` in the working directory, each pixel coloured by `colour_at(x, y)`.
   template <typename ColourAt>
   static void write_picture(const std::string& file, int width, int height, ColourAt colour_at) {
-    Image image{width, height, std::vector<uint8_t>(static_cast<size_t>(width) * height * 4, 255)};
-    for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x) {
-        const Rgb c = colour_at(x, y);
-        uint8_t* p = &image.rgba[(static_cast<size_t>(y) * width + x) * 4];
-        p[0] = static_cast<uint8_t>(c.r);
-        p[1] = static_cast<uint8_t>(c.g);
-        p[2] = static_cast<uint8_t>(c.b);
-      }
-    }
-    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
-    if (!folder.empty()) std::filesystem::create_directories(folder);
-    ASSERT_TRUE(image_save_png(file, image));
+    ASSERT_TRUE(write_test_picture(file, width, height, colour_at));
   }
 
   // The 30-decimal text of a number, as the exact form stores it.
