@@ -5,6 +5,7 @@
 #include <string>
 
 #include "language/error_frame.h"
+#include "language/measuring_aids.h"
 #include "language/numeric_expression.h"
 #include "language/tokenization.h"
 #include "runtime/Code/Builtins.h"
@@ -49,8 +50,6 @@ void go_to_editor() {
   builtin_call("audio_stop_all", none, nullptr, nullptr, 0, nullptr);
   if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
 }
-
-constexpr double RULER_LABEL_SCALE = 0.8;
 
 }  // namespace
 
@@ -189,39 +188,13 @@ void MainCodeCtrl::draw_end() {
   }
   if (surface_exists(p.timbri)) draw_surface(p.timbri, 0, 0);
   const double mx = mouse_x(), my = mouse_y();
-  if (global_number("righelli") > 0.5) {
-    // A cross through the mouse: black lines of width 3 under white ones.
-    draw_line_width_colour(0, my, p.larghezza_finestra, my, 3, 0, 0);
-    draw_line_width_colour(mx, 0, mx, p.altezza_finestra, 3, 0, 0);
-    draw_line_width_colour(0, my, p.larghezza_finestra, my, 1, 0xFFFFFF, 0xFFFFFF);
-    draw_line_width_colour(mx, 0, mx, p.altezza_finestra, 1, 0xFFFFFF, 0xFFFFFF);
-    draw_state().colour = 0;
-    draw_text_transformed(mx / 2, my + 4, "X: " + std::to_string(static_cast<int>(std::round(mx))), RULER_LABEL_SCALE,
-                          RULER_LABEL_SCALE, 0);
-    draw_text_transformed(mx + 4, my / 2, "Y: " + std::to_string(static_cast<int>(std::round(my))), RULER_LABEL_SCALE,
-                          RULER_LABEL_SCALE, 0);
-  }
+  if (global_number("righelli") > 0.5) draw_rulers(p.larghezza_finestra, p.altezza_finestra, mx, my);
   if (global_number("goniometro") > 0.5) {
     if (mouse_button_released(1)) {
       variable_set(global_object(), variable_id("goniometro_x"), NO_ARRAY_INDEX, RValue::number(mx));
       variable_set(global_object(), variable_id("goniometro_y"), NO_ARRAY_INDEX, RValue::number(my));
     }
-    const double cx = global_number("goniometro_x"), cy = global_number("goniometro_y");
-    const double radius = std::hypot(mx - cx, my - cy);
-    const double to_mouse = std::atan2(cy - my, mx - cx) * 180 / 3.14159265358979323846;
-    const double angle = to_mouse < 0 ? to_mouse + 360 : to_mouse;
-    draw_primitive_begin(6);
-    draw_vertex_colour(cx, cy, 65535, 0.5);
-    for (int k = 0; k <= 32; ++k) {
-      const double a = angle * k / 32 * 3.14159265358979323846 / 180;
-      draw_vertex_colour(cx + radius * std::cos(a), cy - radius * std::sin(a), 16768256, 0.5);
-    }
-    draw_primitive_end();
-    draw_line_colour(cx - 25, cy, cx + 25, cy, 0, 0);
-    draw_line_colour(cx, cy - 25, cx, cy + 25, 0, 0);
-    draw_line_colour(cx, cy, mx, my, 0, 0);
-    draw_state().colour = 0;
-    draw_text(mx + 10, my + 10, "Angolo: " + std::to_string(static_cast<int>(std::round(angle))));
+    draw_protractor(global_number("goniometro_x"), global_number("goniometro_y"), mx, my);
   }
 }
 
