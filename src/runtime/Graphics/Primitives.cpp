@@ -80,10 +80,27 @@ void box(double& x1, double& y1, double& x2, double& y2) {
   if (y2 == std::floor(y2)) y2 += 0.01;
 }
 
+// A filled ellipse as one quad that holds the polygon of the circle table,
+// stretched to the radii: the device covers what the fan from its centre
+// would. The quad reaches a unit beyond the polygon on every side, so that
+// no pixel on its rim is lost.
+void emit_polygon_quad(double cx, double cy, double rx, double ry, uint32_t centre, uint32_t rim) {
+  Vertex* v = batch_reserve_fan(0, 4);
+  const float sides = static_cast<float>(draw_state().circle_precision);
+  const double reach_x = 1 + 1 / rx, reach_y = 1 + 1 / ry;
+  const double corners[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+  for (size_t k = 0; k < 4; ++k) {
+    const double u = corners[k][0] * reach_x, w = corners[k][1] * reach_y;
+    v[k] = {static_cast<float>(cx + rx * u), static_cast<float>(cy + ry * w), draw_state().depth, rim,
+            static_cast<float>(u),           static_cast<float>(w),           centre,             sides};
+  }
+}
+
 void ellipse(double x1, double y1, double x2, double y2, uint32_t centre, uint32_t rim, bool outline) {
   if (x2 < x1) std::swap(x1, x2);
   if (y2 < y1) std::swap(y1, y2);
   const double cx = (x1 + x2) / 2, cy = (y1 + y2) / 2, rx = (x2 - x1) / 2, ry = (y2 - y1) / 2;
+  if (!outline && rx > 0 && ry > 0) return emit_polygon_quad(cx, cy, rx, ry, centre, rim);
   const DrawState& s = draw_state();
   std::vector<Point>& p = scratch();
   if (!outline) p.push_back({cx, cy, centre});

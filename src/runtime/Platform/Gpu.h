@@ -13,10 +13,19 @@ namespace platform {
 
 // One vertex of every batch: position, colour word (alpha in the top byte,
 // then blue, green, red) and texture coordinates, unused without a texture.
+//
+// Without a texture, vertices with `sides` above 0 make a quad that holds a
+// regular polygon of that many sides: (u, v) is the place in the polygon,
+// whose corners lie at distance 1 from (0, 0), the first on the u axis. The
+// device draws the part of the quad inside the polygon, coloured from
+// `centre_colour` at its centre to `colour` at its edges, the pixels that a
+// fan of its triangles would cover, at the cost of one quad.
 struct Vertex {
   float x, y, z;
   uint32_t colour;
   float u, v;
+  uint32_t centre_colour = 0;
+  float sides = 0;
 };
 
 // The primitive lists the device draws; strips and fans become lists

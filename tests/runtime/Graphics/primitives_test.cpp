@@ -123,6 +123,66 @@ TEST_F(GraphicsTest, CirclesEllipsesTrianglesAndRoundBoxes) {
   surface_reset_target();
 }
 
+// A filled circle or ellipse is one quad whose polygon the device works out
+// for each pixel: it covers the pixels that the fan of its triangles covers,
+// in the same colours, whatever its size, precision, colours and alpha.
+TEST_F(GraphicsTest, FilledEllipsesCoverWhatTheirFanCovers) {
+  constexpr int SIDE = 200;
+  const auto pixels = [&](auto draw) {
+    const int32_t s = canvas(SIDE, SIDE);
+    draw();
+    batch_flush();
+    std::vector<uint8_t> rgba(static_cast<size_t>(SIDE) * SIDE * 4);
+    read_target_pixels(0, 0, SIDE, SIDE, rgba.data());
+    surface_reset_target();
+    surface_free(s);
+    return rgba;
+  };
+  struct Shape {
+    double x1, y1, x2, y2;
+    int precision;
+    double centre, rim, alpha;
+  };
+  const Shape shapes[] = {
+      {40, 40, 160, 160, 64, 0xFFFFFF, 0xFFFFFF, 1},  {3.5, 7.25, 190.5, 60.75, 64, 255, 16711680, 1},
+      {100, 100, 112, 112, 64, 65280, 65280, 1},       {10, 10, 150, 190, 24, 16776960, 255, 0.5},
+      {20.3, 30.7, 180.9, 120.1, 4, 0xFFFFFF, 0xFFFFFF, 1}, {60, 20, 61.5, 180, 12, 0xFFFFFF, 0xFFFFFF, 1},
+  };
+  for (const Shape& shape : shapes) {
+    set_circle_precision(shape.precision);
+    draw_state().alpha = shape.alpha;
+    const std::vector<uint8_t> quad =
+        pixels([&] { draw_ellipse_colour(shape.x1, shape.y1, shape.x2, shape.y2, shape.centre, shape.rim, false); });
+    const std::vector<uint8_t> fan = pixels([&] {
+      const double cx = (shape.x1 + shape.x2) / 2, cy = (shape.y1 + shape.y2) / 2;
+      const double rx = (shape.x2 - shape.x1) / 2, ry = (shape.y2 - shape.y1) / 2;
+      draw_primitive_begin(6);
+      draw_vertex_colour(cx, cy, shape.centre, shape.alpha);
+      for (int k = 0; k <= shape.precision; ++k) {
+        draw_vertex_colour(cx + rx * draw_state().circle_cos[static_cast<size_t>(k)],
+                           cy + ry * draw_state().circle_sin[static_cast<size_t>(k)], shape.rim, shape.alpha);
+      }
+      draw_primitive_end();
+    });
+    int covered = 0, different = 0;
+    for (size_t p = 0; p < quad.size(); p += 4) {
+      covered += fan[p] + fan[p + 1] + fan[p + 2] > 0 ? 1 : 0;
+      for (size_t c = 0; c < 3; ++c) {
+        if (std::abs(quad[p + c] - fan[p + c]) > 2) {
+          ++different;
+          break;
+        }
+      }
+    }
+    EXPECT_GT(covered, 100) << shape.x1;
+    // Only pixels whose centres lie on an edge, to the rasterizer's sub-pixel
+    // precision, can go either way: a handful at most.
+    EXPECT_LE(different, 8) << "shape from (" << shape.x1 << ", " << shape.y1 << "), " << shape.precision << " sides";
+  }
+  draw_state().alpha = 1;
+  set_circle_precision(24);
+}
+
 TEST_F(GraphicsTest, AlphaBlendsWithWhatIsThere) {
   canvas();
   draw_state().alpha = 0.5;

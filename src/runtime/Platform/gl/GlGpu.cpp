@@ -41,22 +41,50 @@ out vec4 colour;
 void main() { colour = texture(image, v_uv) * v_colour; }
 )";
 
-// Shapes without a texture: the colour alone, with no texture to sample.
+// Shapes without a texture: the colour alone, with no texture to sample;
+// or a regular polygon in its quad, worked out for each pixel: the edge of
+// the polygon's sector that the pixel lies in decides whether it is inside,
+// and the distance towards that edge mixes the centre's colour with the
+// edge's, as across a triangle of the polygon's fan.
 constexpr const char* PLAIN_VERTEX_SHADER = R"(#version 330 core
 layout(location = 0) in vec3 position;
 layout(location = 1) in vec4 colour;
+layout(location = 2) in vec2 place;
+layout(location = 3) in vec4 centre_colour;
+layout(location = 4) in float sides;
 uniform mat4 transform;
 out vec4 v_colour;
+out vec2 v_place;
+flat out vec4 v_centre_colour;
+flat out float v_sides;
 void main() {
   gl_Position = transform * vec4(position, 1.0);
   v_colour = colour;
+  v_place = place;
+  v_centre_colour = centre_colour;
+  v_sides = sides;
 }
 )";
 
 constexpr const char* PLAIN_FRAGMENT_SHADER = R"(#version 330 core
 in vec4 v_colour;
+in vec2 v_place;
+flat in vec4 v_centre_colour;
+flat in float v_sides;
 out vec4 colour;
-void main() { colour = v_colour; }
+const float TURN = 6.28318530717958647692;
+void main() {
+  if (v_sides < 0.5) {
+    colour = v_colour;
+    return;
+  }
+  float sector = TURN / v_sides;
+  float k = floor(mod(atan(v_place.y, v_place.x), TURN) / sector);
+  float middle = (k + 0.5) * sector;
+  float reach = dot(v_place, vec2(cos(middle), sin(middle))) / cos(sector * 0.5);
+  if (reach > 1.0) discard;
+  colour = mix(v_centre_colour, v_colour, reach);
+}
 )";
 
 // Blend factors by the runtime's numbers, from 1.
@@ -317,7 +345,10 @@ class GlGpu final : public Gpu {
     f_.VertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(Vertex, x)));
     f_.VertexAttribPointer(1, 4, GL_UNSIGNED_BYTE, GL_TRUE, stride, reinterpret_cast<void*>(offsetof(Vertex, colour)));
     f_.VertexAttribPointer(2, 2, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(Vertex, u)));
-    for (GLuint k = 0; k < 3; ++k) f_.EnableVertexAttribArray(k);
+    f_.VertexAttribPointer(3, 4, GL_UNSIGNED_BYTE, GL_TRUE, stride,
+                           reinterpret_cast<void*>(offsetof(Vertex, centre_colour)));
+    f_.VertexAttribPointer(4, 1, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(Vertex, sides)));
+    for (GLuint k = 0; k < 5; ++k) f_.EnableVertexAttribArray(k);
 
     f_.PixelStorei(GL_UNPACK_ALIGNMENT, 1);
     f_.ActiveTexture(GL_TEXTURE0);
