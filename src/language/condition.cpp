@@ -119,28 +119,35 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   for (size_t k = 0; k < plan.tokens.size(); ++k) {
     if (token_text(j + 1 + static_cast<int>(k)) != plan.tokens[k]) return false;
   }
-  // The formula as the general reading writes it, and the same with the
-  // signs already in the formula's letters: with numbers for every operand
-  // the alphabet could change nothing else, so the second one is ready.
-  std::string formula, lettered;
+  // The formula with the signs already in the formula's letters: with
+  // numbers for every operand the alphabet could change nothing else, so it
+  // is the formula that the general reading would reach.
+  std::string& lettered = plan.lettered;
+  lettered.clear();
+  plan.ends.clear();
   bool numerals = true;
   for (size_t k = 0; k < plan.tokens.size(); ++k) {
     if (!plan.signs[k].empty()) {
-      formula += plan.tokens[k];
       lettered += plan.signs[k];
-      continue;
+    } else {
+      const std::string value = calculate_string(*this, plan.tokens[k]);
+      numerals = numerals && is_numeral(value);
+      lettered += value;
     }
-    const std::string value = calculate_string(*this, plan.tokens[k]);
-    numerals = numerals && is_numeral(value);
-    formula += value;
-    lettered += value;
+    plan.ends.push_back(static_cast<uint32_t>(lettered.size()));
   }
-  if (!numerals) {
-    text_edit::replace_all(formula, FORMULA_ALPHABET);
-    truth = reduce_condition(*this, formula);
-  } else if (!plain_comparisons(*this, lettered, truth)) {
-    truth = reduce_condition(*this, lettered);
+  if (numerals) {
+    if (!plain_comparisons(*this, lettered, truth)) truth = reduce_condition(*this, lettered);
+    return true;
   }
+  // Otherwise the formula as the general reading writes it, signs as they stand.
+  std::string formula;
+  for (size_t k = 0, begin = 0; k < plan.tokens.size(); begin = plan.ends[k++]) {
+    formula += plan.signs[k].empty() ? std::string_view(lettered).substr(begin, plan.ends[k] - begin)
+                                     : std::string_view(plan.tokens[k]);
+  }
+  text_edit::replace_all(formula, FORMULA_ALPHABET);
+  truth = reduce_condition(*this, formula);
   return true;
 }
 

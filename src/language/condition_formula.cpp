@@ -155,14 +155,14 @@ std::vector<std::string> logic(std::vector<std::string>& q) {
 
 // The formula that most conditions bring: two numbers and one sign between
 // them ("21>10"). It gives what the stages below give, without cutting.
-bool single_comparison(ExpressionContext& ctx, std::string_view f, std::string& out) {
+bool single_comparison(ExpressionContext& ctx, std::string_view f, bool& out) {
   const auto is_number_char = [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-'; };
   const size_t sign = f.find_first_not_of("0123456789.-");
   if (sign == 0 || sign == std::string_view::npos || sign + 1 >= f.size()) return false;
   if (!is_comparison_sign(f.substr(sign, 1))) return false;
   const std::string_view right = f.substr(sign + 1);
   if (!std::all_of(right.begin(), right.end(), is_number_char)) return false;
-  out = truth(compare(ctx, f.substr(0, sign), f.substr(sign, 1), right));
+  out = compare(ctx, f.substr(0, sign), f.substr(sign, 1), right);
   return true;
 }
 
@@ -174,9 +174,8 @@ bool plain_comparisons(ExpressionContext& ctx, std::string_view f, std::string& 
   size_t start = 0;
   for (size_t i = 0; i <= f.size(); ++i) {
     if (i < f.size() && f[i] != 'e' && f[i] != 'o' && f[i] != 'x') continue;
-    std::string part;
-    if (!single_comparison(ctx, f.substr(start, i - start), part)) return false;
-    const bool value = part == "1";
+    bool value = false;
+    if (!single_comparison(ctx, f.substr(start, i - start), value)) return false;
     result = joined_by == 0     ? value
              : joined_by == 'e' ? result && value
              : joined_by == 'o' ? result || value

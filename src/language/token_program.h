@@ -2,6 +2,7 @@
 // statement walk runs on, with its block positions and per-position memos.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -18,6 +19,10 @@ struct ConditionPlan {
   bool plain = false;
   std::vector<std::string> tokens;  // the tokens after "se" up to the brace
   std::vector<std::string> signs;   // each sign's letter in the formula; empty for an operand
+  // Scratch of each reading, kept with its capacity: the formula with the
+  // signs in their letters, and where each token's part of it ends.
+  std::string lettered;
+  std::vector<uint32_t> ends;
 };
 
 struct TokenProgram {
