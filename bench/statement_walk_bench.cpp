@@ -68,4 +68,20 @@ void BM_walk_mixed_body(benchmark::State& state) {
 }
 BENCHMARK(BM_walk_mixed_body)->Unit(benchmark::kMillisecond);
 
+// The conditions of the 2,000-shapes program without its drawing: three
+// chains of comparisons a pass, of which one is true; counted are the
+// assignment and the three conditions.
+void BM_walk_conditions(benchmark::State& state) {
+  run(state,
+      "INIZIA n = 0 X = 0\n"
+      "ripeti per 2100 volte {\n"
+      "n = ripetizione\n"
+      "se n < 700 allora aumenta X di 1 .\n"
+      "se n >= 700 e n < 1400 allora aumenta X di 1 .\n"
+      "se n >= 1400 allora aumenta X di 1 .\n"
+      "}\nCICLO CONTINUO",
+      4 * 2100, "X", 2100);
+}
+BENCHMARK(BM_walk_conditions)->Unit(benchmark::kMillisecond);
+
 }  // namespace
