@@ -16,6 +16,7 @@
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
+#include "runtime/Graphics/SurfaceOverClear.h"
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Graphics/TextDrawing.h"
 #include "runtime/IO/Input.h"
@@ -133,7 +134,8 @@ void MainCodeCtrl::draw_begin() {
 void MainCodeCtrl::draw() {
   ProgramInstance& p = *program_;
   draw_set_font(-1);
-  if (p.griglia_visibile == 1 && surface_exists(p.surf)) draw_surface(p.surf, 0, 0);
+  // The grid lies on the freshly cleared canvas: the same picture in every frame.
+  if (p.griglia_visibile == 1 && surface_exists(p.surf)) draw_surface_over_clear(p.surf);
   if (++time > 1) run_block(p.program.DISEGNA, p.program.totale_tok);
   if (Room* room = current_room()) {
     room->width = static_cast<int32_t>(p.larghezza_finestra);

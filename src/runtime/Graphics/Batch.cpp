@@ -33,6 +33,7 @@ struct Batch {
   platform::TextureId texture = 0;
   GrowingBuffer<platform::Vertex> vertices;
   GrowingBuffer<uint32_t> indices;
+  uint64_t sends = 0;
 };
 
 Batch& batch() {
@@ -84,7 +85,10 @@ void batch_flush() {
                        {b.indices.items.get(), b.indices.size});
   b.vertices.size = 0;
   b.indices.size = 0;
+  ++b.sends;
 }
+
+uint64_t batch_sends() { return batch().sends; }
 
 void batch_quad(platform::TextureId texture, const platform::Vertex (&corners)[4]) {
   std::copy(std::begin(corners), std::end(corners), batch_reserve_fan(texture, 4));

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "runtime/Platform/Gpu.h"
 
@@ -18,6 +19,8 @@ platform::Vertex* batch_reserve(platform::Primitive type, platform::TextureId te
 platform::Vertex* batch_reserve_fan(platform::TextureId texture, size_t count);
 // Sends the open batch to the device.
 void batch_flush();
+// How many batches have gone to the device so far: what any drawing changes.
+uint64_t batch_sends();
 // A textured quad from its corners in the order top left, top right, bottom
 // right, bottom left, as two triangles.
 void batch_quad(platform::TextureId texture, const platform::Vertex (&corners)[4]);

@@ -7,6 +7,7 @@
 #include "runtime/Graphics/Batch.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
+#include "runtime/Graphics/Surfaces.h"
 
 using platform::Primitive;
 using platform::Vertex;
@@ -157,6 +158,7 @@ void draw_clear_alpha(double colour, double alpha) {
   const auto c = static_cast<uint32_t>(static_cast<int64_t>(colour));
   platform::gpu().clear((c & 0xFF) / 255.0f, ((c >> 8) & 0xFF) / 255.0f, ((c >> 16) & 0xFF) / 255.0f,
                         static_cast<float>(std::clamp(alpha, 0.0, 1.0)));
+  note_target_cleared(c, alpha);
 }
 
 void draw_point(double x, double y) { draw_point_colour(x, y, draw_state().colour); }

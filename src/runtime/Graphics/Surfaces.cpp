@@ -18,6 +18,7 @@ struct Surface {
   platform::TextureId texture = 0;
   uint64_t generation = 0;  // the device context it was made on
   int width = 0, height = 0;
+  uint64_t version = 0;  // changes whenever the contents may have
 };
 
 // A target as the stack keeps it: the surface (or the window) with the
@@ -28,8 +29,19 @@ struct Target {
   std::array<float, 16> projection{};
 };
 
+// The last clear of a target, and what had been drawn by then.
+struct Clear {
+  int32_t surface = NO_SURFACE - 1;  // no target at all
+  uint64_t version = 0;
+  uint64_t sends = 0;
+  uint32_t colour = 0;
+  double alpha = 0;
+};
+
 struct Surfaces {
   std::unordered_map<int32_t, Surface> table;
+  uint64_t versions = 0;
+  Clear clear;
   int32_t next_id = 0;
   std::vector<Target> stack;  // targets set by the program, each with the one before it
   Target current;
@@ -68,7 +80,9 @@ void make_current(const Target& target) {
   batch_flush();
   Surfaces& s = surfaces();
   s.current = target;
-  const Surface* surface = target.surface == NO_SURFACE ? nullptr : find(target.surface);
+  Surface* surface = target.surface == NO_SURFACE ? nullptr : find(target.surface);
+  // Whatever is drawn from now on may change it.
+  if (surface) surface->version = ++s.versions;
   platform::gpu().set_target(surface ? surface->texture : 0, target.width, target.height);
   draw_state().projection = target.projection;
   apply_transform();
@@ -77,7 +91,7 @@ void make_current(const Target& target) {
 bool make_texture(Surface& surface, int width, int height) {
   platform::Gpu& gpu = platform::gpu();
   surface = {gpu.create_texture(width, height, platform::TextureFormat::Rgba8, {}, true), gpu.generation(), width,
-             height};
+             height, ++surfaces().versions};
   return surface.texture != 0;
 }
 
@@ -177,6 +191,28 @@ void surface_resize(double surface, double width, double height) {
 }
 
 void reapply_target() { make_current(surfaces().current); }
+
+uint64_t surface_version(double surface) {
+  const Surface* s = find(surface);
+  return s ? s->version : 0;
+}
+
+void note_target_cleared(uint32_t colour, double alpha) {
+  Surfaces& s = surfaces();
+  s.clear = {s.current.surface, surface_version(s.current.surface), batch_sends(), colour, alpha};
+}
+
+bool target_holds_its_clear(ClearTarget& target) {
+  batch_flush();
+  const Surfaces& s = surfaces();
+  const Clear& clear = s.clear;
+  if (clear.surface != s.current.surface || clear.sends != batch_sends() ||
+      clear.version != surface_version(s.current.surface)) {
+    return false;
+  }
+  target = {clear.colour, clear.alpha, s.current.width, s.current.height};
+  return true;
+}
 
 void read_target_pixels(int x, int y, int width, int height, uint8_t* rgba) {
   batch_flush();

@@ -57,4 +57,18 @@ void reapply_target();
 // Reads the pixels of the current target, rows from the top.
 void read_target_pixels(int x, int y, int width, int height, uint8_t* rgba);
 
+// A number that changes whenever the surface's contents may have changed
+// (it became a target, or was made or resized); 0 for no surface.
+uint64_t surface_version(double surface);
+// Records that the current target was just cleared to `colour` and `alpha`.
+void note_target_cleared(uint32_t colour, double alpha);
+// The current target when it holds nothing but its last clear.
+struct ClearTarget {
+  uint32_t colour = 0;
+  double alpha = 0;
+  int width = 0, height = 0;
+};
+// Whether the current target holds nothing but its last clear, and which.
+bool target_holds_its_clear(ClearTarget& target);
+
 void register_surface_builtins();
