@@ -194,11 +194,13 @@ TEST_F(DrawingRun, OttieniImmagineLoadsOnceWithItsOriginBackgroundAndRebuiltSize
 TEST_F(DrawingRun, OttieniColoreRgbMakesTheColourThatIsDrawn) {
   const Image image = draw(
       "c = ottieni colore rgb (ROSSO: 10, VERDE: 20, BLU: 30)\n"
-      "d = ottieni colore rgb\n",
+      "d = ottieni colore rgb\n"
+      "e = ottieni colore rgb (BLU: 255, ROSSO: 300)\n",
       "disegna rettangolo (X: 100, Y: 100, BASE: 50, ALTEZZA: 50, COLORE: c)\n"
       "disegna rettangolo (X: 300, Y: 100, BASE: 50, ALTEZZA: 50, COLORE: d)\n");
   EXPECT_EQ(value("c"), "1971210.000000000000000000000000000000");
   EXPECT_EQ(value("d"), "0.000000000000000000000000000000");
+  EXPECT_EQ(value("e"), "16711935.000000000000000000000000000000") << "channels are held to 255";
   EXPECT_TRUE(shows(image, 120, 120, {10, 20, 30}, 0));
   EXPECT_TRUE(shows(image, 320, 120, BLACK, 0));
 }
@@ -246,12 +248,14 @@ TEST_F(DrawingRun, OttieniColoreDiQuestoPixelReadsTheRoomAsDrawnSoFar) {
       "quadretto = ottieni colore di questo pixel --> (X: 12, Y: 12)\n"
       "linea = ottieni colore di questo pixel --> (X: 25, Y: 40)\n"
       "dopo = ottieni colore di questo pixel --> (X: 620, Y: 420)\n"
+      "lontano = ottieni colore di questo pixel --> (X: 10000000000, Y: -10000000000)\n"
       "disegna rettangolo (X: 600, Y: 400, BASE: 50, ALTEZZA: 50, COLORE: rosso)\n");
   EXPECT_EQ(value("angolo"), "12632256.000000000000000000000000000000");
   EXPECT_EQ(value("dentro"), "4235519.000000000000000000000000000000");
   EXPECT_EQ(value("quadretto"), "16777215.000000000000000000000000000000");
   EXPECT_EQ(value("linea"), "12632256.000000000000000000000000000000");
   EXPECT_EQ(value("dopo"), "16777215.000000000000000000000000000000") << "what comes later isn't drawn yet";
+  EXPECT_EQ(value("lontano"), "0.000000000000000000000000000000");
 }
 
 TEST_F(DrawingRun, OttieniDifferenzaColoriIsTheCie94DifferenceFromTheFirstColour) {
@@ -260,13 +264,15 @@ TEST_F(DrawingRun, OttieniDifferenzaColoriIsTheCie94DifferenceFromTheFirstColour
       "uguali = ottieni differenza colori (COLORE 1: giallo, COLORE 2: giallo)\n"
       "nero_bianco = ottieni differenza colori (COLORE 1: nero, COLORE 2: bianco)\n"
       "rosso_blu = ottieni differenza colori (COLORE 1: rosso, COLORE 2: blu)\n"
-      "blu_rosso = ottieni differenza colori (COLORE 1: blu, COLORE 2: rosso)\n",
+      "blu_rosso = ottieni differenza colori (COLORE 1: blu, COLORE 2: rosso)\n"
+      "giallo_oro = ottieni differenza colori (COLORE 1: giallo, COLORE 2: oro)\n",
       "");
   EXPECT_EQ(value("nulla"), "0.000000000000000000000000000000");
   EXPECT_EQ(value("uguali"), "0.000000000000000000000000000000");
   EXPECT_NEAR(number(value("nero_bianco")), 100, 1e-5);
   EXPECT_NEAR(number(value("rosso_blu")), 70.57597, 1e-4);
   EXPECT_NEAR(number(value("blu_rosso")), 61.24236, 1e-4);
+  EXPECT_NEAR(number(value("giallo_oro")), 12.83464, 1e-4);
   EXPECT_TRUE(is_exact(value("rosso_blu")));
 }
 

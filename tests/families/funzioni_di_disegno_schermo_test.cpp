@@ -1,6 +1,6 @@
-// The screen of funzioni_di_disegno: the background grid drawn on its
-// surface, the saved screenshot, and the switches of the rulers and the
-// protractor.
+// The screen of funzioni_di_disegno in process: the background grid drawn
+// on its surface. The saved screenshot, the rulers and the protractor are
+// checked through `velant run` in tests/environment.
 #include "funzioni_di_disegno_fixture.h"
 
 namespace {
@@ -81,28 +81,6 @@ TEST_F(DisegnoSchermo, OnlyVisibile1ShowsTheGridAndAnythingElseTakesItAway) {
   ProgramInstance& q = grid_program("imposta griglia\nimposta griglia (VISIBILE: 1+1)");
   EXPECT_FALSE(surface_exists(q.surf));
   EXPECT_EQ(q.griglia_visibile, 2);
-}
-
-TEST_F(DisegnoSchermo, SalvaSchermataWritesWhatTheWindowShows) {
-  surface_reset_target();  // the window, below the canvas
-  draw_clear_alpha(255, 1);
-  run_start("salva schermata");
-  Image saved;
-  ASSERT_TRUE(image_load("schermata_salvata.png", saved));
-  EXPECT_EQ(saved.width, CANVAS_WIDTH);
-  EXPECT_EQ(saved.height, CANVAS_HEIGHT);
-  EXPECT_EQ(saved.rgba[0], 255);
-  EXPECT_EQ(saved.rgba[1], 0);
-  EXPECT_EQ(saved.rgba[3], 255);
-}
-
-TEST_F(DisegnoSchermo, RulersAndProtractorAreSwitchedByVisibile) {
-  run_start("disegna righelli\ndisegna goniometro (VISIBILE: 0)");
-  EXPECT_EQ(global("righelli"), 1);
-  EXPECT_EQ(global("goniometro"), 0);
-  run_start("disegna righelli (VISIBILE: 0)\ndisegna goniometro");
-  EXPECT_EQ(global("righelli"), 0);
-  EXPECT_EQ(global("goniometro"), 1);
 }
 
 }  // namespace
