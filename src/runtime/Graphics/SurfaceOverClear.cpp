@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "runtime/Graphics/Batch.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Surfaces.h"
@@ -78,7 +79,11 @@ void draw_surface_over_clear(double surface) {
       surface_version(picture.surface) != picture.version) {
     make_picture(picture, recipe);
   }
-  // The copy: the picture's pixels replace the target's, alpha and all.
+  // The copy: the picture's pixels replace the target's, alpha and all; by
+  // the device's own copy between render targets where it can, else drawn
+  // without blending.
+  batch_flush();
+  if (platform::gpu().copy_target(surface_texture(picture.surface))) return;
   const double alpha = d.alpha;
   d.alpha = 1;
   set_blend_mode(2, 1);

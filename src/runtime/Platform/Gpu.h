@@ -68,6 +68,9 @@ class Gpu {
   virtual void set_viewport(int x, int y, int width, int height) = 0;
   // Clears the whole target; colour channels and alpha from 0 to 1.
   virtual void clear(float red, float green, float blue, float alpha) = 0;
+  // Copies render target `source` onto the current target, which is a render
+  // target of its size, pixel for pixel; false when it can't.
+  virtual bool copy_target(TextureId source) = 0;
 
   // The transform from drawing coordinates to the target: 16 numbers, column-major.
   virtual void set_transform(const float (&matrix)[16]) = 0;

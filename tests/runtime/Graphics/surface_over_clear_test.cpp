@@ -81,3 +81,23 @@ TEST_F(SurfaceOverClear, GivesThePixelsOfDrawingTheSurfaceWhateverChanged) {
   const auto clear_red = [] { draw_clear_alpha(RED, 0.5); };
   EXPECT_EQ(picture(true, clear_red), picture(false, clear_red));
 }
+
+TEST_F(SurfaceOverClear, OnTheWindowThePictureIsDrawnWithoutBlending) {
+  // The window is no render target the device can copy to: the kept picture is drawn instead.
+  const auto window = [&](bool kept) {
+    draw_clear_alpha(OLIVE, 1);
+    if (kept) {
+      draw_surface_over_clear(source_);
+    } else {
+      draw_surface(source_, 0, 0);
+    }
+    batch_flush();
+    std::vector<uint8_t> rgba(static_cast<size_t>(WIDTH) * HEIGHT * 4);
+    read_target_pixels(0, 0, WIDTH, HEIGHT, rgba.data());
+    return rgba;
+  };
+  const std::vector<uint8_t> drawn = window(false);
+  EXPECT_EQ(window(true), drawn);
+  EXPECT_EQ(window(true), drawn);
+  EXPECT_EQ(draw_state().blend_source, 5);
+}

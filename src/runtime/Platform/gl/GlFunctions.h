@@ -23,6 +23,7 @@ struct Functions {
   PFNGLGENFRAMEBUFFERSPROC GenFramebuffers;
   PFNGLDELETEFRAMEBUFFERSPROC DeleteFramebuffers;
   PFNGLBINDFRAMEBUFFERPROC BindFramebuffer;
+  PFNGLBLITFRAMEBUFFERPROC BlitFramebuffer;
   PFNGLFRAMEBUFFERTEXTURE2DPROC FramebufferTexture2D;
   PFNGLCHECKFRAMEBUFFERSTATUSPROC CheckFramebufferStatus;
   decltype(&::glViewport) Viewport;

@@ -189,6 +189,7 @@ class GlGpu final : public Gpu {
   void set_target(TextureId texture, int width, int height) override {
     if (!ready()) return;
     const TextureRecord* record = texture ? find(texture) : nullptr;
+    target_texture_ = record && record->framebuffer ? texture : 0;
     target_framebuffer_ = record ? record->framebuffer : 0;
     target_height_ = record ? record->height : height;
     f_.BindFramebuffer(GL_FRAMEBUFFER, target_framebuffer_);
@@ -205,6 +206,17 @@ class GlGpu final : public Gpu {
     if (!ready()) return;
     f_.ClearColor(red, green, blue, alpha);
     f_.Clear(GL_COLOR_BUFFER_BIT);
+  }
+
+  bool copy_target(TextureId source) override {
+    const TextureRecord* from = find(source);
+    const TextureRecord* to = target_texture_ ? find(target_texture_) : nullptr;
+    if (!from || !from->framebuffer || !to || to->width != from->width || to->height != from->height) return false;
+    f_.BindFramebuffer(GL_READ_FRAMEBUFFER, from->framebuffer);
+    f_.BlitFramebuffer(0, 0, from->width, from->height, 0, 0, from->width, from->height, GL_COLOR_BUFFER_BIT,
+                       GL_NEAREST);
+    f_.BindFramebuffer(GL_FRAMEBUFFER, target_framebuffer_);
+    return true;
   }
 
   void set_transform(const float (&matrix)[16]) override {
@@ -356,6 +368,7 @@ class GlGpu final : public Gpu {
     f_.Enable(GL_BLEND);
     f_.BlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     target_framebuffer_ = 0;
+    target_texture_ = 0;
     target_height_ = window_if_made()->size().height;
     return true;
   }
@@ -374,6 +387,7 @@ class GlGpu final : public Gpu {
   Pipeline textured_, plain_;
   const Pipeline* in_use_ = nullptr;
   GLuint target_framebuffer_ = 0;
+  TextureId target_texture_ = 0;  // the render target drawn on, 0 for the window
   int target_height_ = 0;
   bool linear_ = false;
   float transform_[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
