@@ -19,12 +19,7 @@ struct Recipe {
   int blend_source = 0, blend_destination = 0;
   bool filter = false;
 
-  bool operator==(const Recipe& other) const {
-    return source == other.source && source_version == other.source_version && clear.colour == other.clear.colour &&
-           clear.alpha == other.clear.alpha && clear.width == other.clear.width &&
-           clear.height == other.clear.height && alpha == other.alpha && blend_source == other.blend_source &&
-           blend_destination == other.blend_destination && filter == other.filter;
-  }
+  bool operator==(const Recipe&) const = default;
 };
 
 struct KeptPicture {

@@ -67,6 +67,7 @@ struct ClearTarget {
   uint32_t colour = 0;
   double alpha = 0;
   int width = 0, height = 0;
+  bool operator==(const ClearTarget&) const = default;
 };
 // Whether the current target holds nothing but its last clear, and which.
 bool target_holds_its_clear(ClearTarget& target);
