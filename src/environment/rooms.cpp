@@ -5,6 +5,7 @@
 #include "families/funzioni_di_casualita.h"
 #include "families/funzioni_di_disegno.h"
 #include "language/main_code_ctrl.h"
+#include "language/run_end.h"
 #include "language/sound_assets.h"
 #include "runtime/Room/Room.h"
 
@@ -21,12 +22,16 @@ constexpr RunHooks RUN_HOOKS = {
     [](ProgramInstance&) { delete_loaded_images(); },
 };
 
+// A run goes back to the editor, or to the start of the environment.
+void leave_run(RunEnd reason) { room_goto(reason == RunEnd::ToStart ? ROOM_INTRO : ROOM_EDITOR); }
+
 }  // namespace
 
 void define_environment(Startup startup) {
   register_language_sounds();
   register_families();
   set_run_hooks(RUN_HOOKS);
+  set_run_end_handler(leave_run);
   const int32_t editor = define_editor_ctrl();
   const int32_t run_button = define_tasto_esegui();
   const int32_t runner = define_main_code_ctrl();

@@ -12,7 +12,6 @@
 #include "language/numeric_expression.h"
 #include "language/program_instance.h"
 #include "language/text_edit.h"
-#include "runtime/Room/Room.h"
 
 namespace {
 
@@ -45,9 +44,6 @@ bool is_without_dark_mark(std::string_view token, std::string_view text) {
   text_edit::replace_all(clean, DARK_MARK, "");
   return clean == text;
 }
-
-// A run that is ending repeats no loop any further.
-bool run_ending() { return room_change_pending(); }
 
 }  // namespace
 
@@ -120,7 +116,7 @@ void ProgramInstance::execute_repeat_ext(int j) {
   // runs the body the last time.
   const double passes = std::round(n) - 1;
   ripetizione = 1;
-  for (double pass = 0; pass < passes && !run_ending(); ++pass) {
+  for (double pass = 0; pass < passes; ++pass) {
     execute_function_ext(j + 4, end);
     ++ripetizione;
   }
@@ -139,7 +135,7 @@ int ProgramInstance::loop_body_end(int start) const {
 
 void ProgramInstance::loop_error(int j, std::string_view cause) {
   const std::string_view causes[] = {cause};
-  stop_run_with_error(error_frame("Errore nell'istruzione iterativa:", faulty_tokens(j), causes, "\r\n\t"), "Editor");
+  stop_run_with_error(error_frame("Errore nell'istruzione iterativa:", faulty_tokens(j), causes, "\r\n\t"));
 }
 
 // ---------------------------------------------------------------------------
@@ -163,9 +159,12 @@ void ProgramInstance::execute_while_ext(int j) {
     execute_function_ext(j + 4, end);
     const std::string truth = tokenizza_boolean(j);
     if (truth == "0") return deactivate_while(j, end);
-    if (truth == "error" || run_ending()) return;
+    // A condition without its brace has shown its message once; it would
+    // show it again at every pass.
+    if (truth == "error") return;
     ++ripetizione;
-    if (tenta == WHILE_PASS_LIMIT) return show_and_go_to(std::string(ENDLESS_WHILE), "Editor");
+    // The walk that called then runs the body once more.
+    if (tenta == WHILE_PASS_LIMIT) return stop_run_with_message(std::string(ENDLESS_WHILE));
   }
 }
 

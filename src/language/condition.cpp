@@ -184,8 +184,7 @@ std::string ProgramInstance::read_condition(int j) {
     }
     if (j + z + 1 >= end) {
       stop_run_with_error(error_frame("Errore nell'istruzione condizionale:", faulty_tokens(j), MISSING_BRACE_CAUSES,
-                                       "\r\n\t"),
-                          "Editor");
+                                       "\r\n\t"));
       return "error";
     }
   }

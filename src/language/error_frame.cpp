@@ -1,7 +1,6 @@
 #include "language/error_frame.h"
 
 #include "runtime/Code/Builtins.h"
-#include "runtime/Room/Room.h"
 #include "runtime/Support/AssetIndex.h"
 
 namespace {
@@ -19,13 +18,6 @@ void call_by_name(std::string_view name, std::span<RValue> args = {}) {
 void show_message_box(const std::string& message) {
   RValue text[] = {RValue::text(message)};
   call_by_name("show_message", text);
-}
-
-void go_to_room(const std::string& room) {
-  if (const int32_t index = room_find(room); index >= 0) {
-    RValue target[] = {RValue::number(index)};
-    call_by_name("room_goto", target);
-  }
 }
 
 }  // namespace
@@ -60,7 +52,7 @@ bool g_stopped_by_error = false;
 bool run_stopped_by_error() { return g_stopped_by_error; }
 void set_run_stopped_by_error(bool stopped) { g_stopped_by_error = stopped; }
 
-void stop_run_with_error(const std::string& message, const std::string& room) {
+void stop_run_with_error(const std::string& message, RunEnd reason) {
   g_stopped_by_error = true;
   RValue sound[] = {asset_get_index("suono_errore"), RValue::number(1), RValue::number(0)};
   call_by_name("audio_play_sound", sound);
@@ -68,10 +60,11 @@ void stop_run_with_error(const std::string& message, const std::string& room) {
   RValue capture[] = {RValue::boolean(false)};
   call_by_name("ex_patch_window_close_capture", capture);
   call_by_name("audio_stop_all");
-  go_to_room(room);
+  end_run(reason);
 }
 
-void show_and_go_to(const std::string& message, const std::string& room) {
+void stop_run_with_message(const std::string& message, RunEnd reason) {
+  g_stopped_by_error = true;
   show_message_box(message);
-  go_to_room(room);
+  end_run(reason);
 }

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "language/run_end.h"
+
 // The framed message: the head line, a rule, the faulty text, a rule, the
 // failure line, "Ecco le possibili cause:" and the numbered causes, one a
 // line, with `line_end` between the lines ("\r\n", or "\r\n\t" for loops).
@@ -13,13 +15,13 @@ std::string error_frame(std::string_view head, std::string_view faulty_text,
                         std::span<const std::string_view> causes, std::string_view line_end);
 
 // Stops the run on a program error: the error sound, the message,
-// window-close capture off, every sound stopped, and a change to the room
-// named `room` at the end of the frame (no change when there is no such room).
-void stop_run_with_error(const std::string& message, const std::string& room);
+// window-close capture off, every sound stopped, and the run's end for
+// `reason`. Statements under way go on until the walk returns.
+void stop_run_with_error(const std::string& message, RunEnd reason = RunEnd::ToEditor);
 // Whether a program error stopped the run since the flag was last cleared.
 bool run_stopped_by_error();
 void set_run_stopped_by_error(bool stopped);
 
-// Shows `message` in a message box and changes to the room named `room` at
-// the end of the frame, without the sound and the rest of a program error.
-void show_and_go_to(const std::string& message, const std::string& room);
+// Shows `message` in a message box and ends the run as a program error,
+// without the sound and the rest of stop_run_with_error.
+void stop_run_with_message(const std::string& message, RunEnd reason = RunEnd::ToEditor);

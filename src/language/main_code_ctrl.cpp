@@ -49,7 +49,7 @@ void go_to_editor() {
   // Sounds stop with the run; without the sound module there is nothing to stop.
   RValue none;
   builtin_call("audio_stop_all", none, nullptr, nullptr, 0, nullptr);
-  if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
+  end_run(RunEnd::ToEditor);
 }
 
 }  // namespace
@@ -77,10 +77,10 @@ void MainCodeCtrl::create() {
   set_circle_precision(64);
   if (g_hooks.start) g_hooks.start(p);
   if (tokenization(p.program, WORKING_DIRECTORY) == TokenizationResult::DivisionByZero) {
-    // The message has been shown: the program doesn't run.
+    // Its messages have been shown; the start goes on, and the run ends
+    // at the end of this frame, before "INIZIA".
     set_run_stopped_by_error(true);
-    if (const int32_t editor = room_find(EDITOR_ROOM); editor >= 0) room_goto(editor);
-    return;
+    end_run(RunEnd::ToEditor);
   }
   // The first values of the variables are tried now: their errors show at the start.
   guarded([&] { p.var_inizialization(0); });
@@ -97,7 +97,7 @@ void MainCodeCtrl::guarded(const std::function<void()>& work) {
   try {
     work();
   } catch (const QvScriptException& error) {
-    stop_run_with_error("Errore durante l'esecuzione del programma:\r\n\r\n" + error.message, EDITOR_ROOM);
+    stop_run_with_error("Errore durante l'esecuzione del programma:\r\n\r\n" + error.message);
   }
 }
 

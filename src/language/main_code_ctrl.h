@@ -66,6 +66,3 @@ void set_run_hooks(const RunHooks& hooks);
 
 // The variable table of the last run, as it stood when the run ended: names and value texts in table order.
 const std::vector<std::pair<std::string, std::string>>& last_run_variables();
-
-// The room a run goes back to.
-inline constexpr const char* EDITOR_ROOM = "Editor";

@@ -253,7 +253,7 @@ class WorkspaceLease {
 
 struct ExpressionError {
   std::span<const std::string_view> causes;
-  std::string_view room;
+  RunEnd room;
 };
 
 constexpr std::string_view MISSING_OPERATOR_CAUSES[] = {
@@ -269,10 +269,10 @@ constexpr std::string_view REVERSED_BRACKETS_CAUSES[] = {
     "1 - Hai invertito le parentesi tonde: hai scritto ')' prima di '('",
 };
 
-// Brackets that don't pair up go back to the editor; the other two errors restart from the first room.
-constexpr ExpressionError MISSING_OPERATOR{MISSING_OPERATOR_CAUSES, "Editor"};
-constexpr ExpressionError EXTRA_OPERATOR{EXTRA_OPERATOR_CAUSES, "Intro"};
-constexpr ExpressionError REVERSED_BRACKETS{REVERSED_BRACKETS_CAUSES, "Intro"};
+// Brackets that don't pair up go back to the editor; the other two errors go back to the start.
+constexpr ExpressionError MISSING_OPERATOR{MISSING_OPERATOR_CAUSES, RunEnd::ToEditor};
+constexpr ExpressionError EXTRA_OPERATOR{EXTRA_OPERATOR_CAUSES, RunEnd::ToStart};
+constexpr ExpressionError REVERSED_BRACKETS{REVERSED_BRACKETS_CAUSES, RunEnd::ToStart};
 
 std::string evaluate(ExpressionContext& ctx, std::string_view text, bool permissive);
 
@@ -367,7 +367,7 @@ std::string Evaluation::fail(const ExpressionError& error) {
   std::string shown = w_.x;
   text_edit::replace_all(shown, "[", "(");
   text_edit::replace_all(shown, "]", ")");
-  stop_run_with_error(error_frame("Errore nell'espressione:", shown, error.causes, "\r\n"), std::string(error.room));
+  stop_run_with_error(error_frame("Errore nell'espressione:", shown, error.causes, "\r\n"), error.room);
   return "0";
 }
 

@@ -17,7 +17,6 @@
 #include "language/text_edit.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/DialogFunctions.h"
-#include "runtime/Room/Room.h"
 
 namespace {
 
@@ -152,8 +151,6 @@ void ProgramInstance::execute_function_ext(int from, int to) {
   const int end = std::min(to, static_cast<int>(program.tok_ok.size()));
   for (int j = std::max(from, 0); j < end; ++j) {
     if (!program.tok_ok[static_cast<size_t>(j)]) continue;
-    // A run that is ending (an error, Esc, the program's own stop) runs no further statement.
-    if (room_change_pending()) return;
     // A reference keeps the text alive whatever the statement does to the array.
     const RValue token = program.tok[static_cast<size_t>(j)];
     const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();

@@ -177,6 +177,7 @@ void Tokenizer::restore_string_token(size_t i) {
 
 // 41.
 bool Tokenizer::final_token_loop() {
+  bool divided_by_zero = false;
   std::vector<RValue>& tok = p_.tok;
   for (size_t i = 0; i < a_; ++i) {
     if (is(tok[i], "INIZIA")) p_.INIZIA = static_cast<int>(i);
@@ -202,11 +203,12 @@ bool Tokenizer::final_token_loop() {
     }
     const std::string_view t = tok[i].string_view();
     if (text_edit::contains(t, "/0") && !text_edit::contains(t, "/0.") && !is_string_token(tok[i])) {
-      // The message is shown here; the caller goes back to the editor.
+      // Each such token shows the message; the loop goes on, and the caller
+      // goes back to the editor once the start is over.
       RValue message = RValue::text("Errore: non si può dividere per zero!");
       RValue result;
       builtin_call("show_message", result, nullptr, nullptr, 1, &message);
-      return false;
+      divided_by_zero = true;
     }
     if (count_char(t, '"') == 2) restore_string_token(i);
     const std::string_view u = tok[i].string_view();
@@ -223,5 +225,5 @@ bool Tokenizer::final_token_loop() {
   tok.resize(a_ + 2);
   tok[a_ + 1] = RValue::text("FINE");
   p_.totale_tok = static_cast<int>(a_ + 1);
-  return true;
+  return !divided_by_zero;
 }

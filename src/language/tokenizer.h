@@ -59,7 +59,7 @@ class Tokenizer {
   void keys_again();                  // 38
   void last_operators();              // 39
   void final_token_cut();             // 40
-  bool final_token_loop();            // 41: false on a literal division by zero
+  bool final_token_loop();            // 41: false if any token divides by a literal zero
 
   // Served by later parts of the language: custom functions, external
   // functions and object code are taken out of the text here.

@@ -20,16 +20,36 @@ TEST_F(RunCommand, RunsAProgramAndPrintsItsMessagesAndVariables) {
   EXPECT_TRUE(std::filesystem::exists(dir_ / "code.txt"));
 }
 
-TEST_F(RunCommand, ProgramErrorsEndTheRunWithTheirMessage) {
-  const RunResult r = run("INIZIA\nX = 1\nCICLO CONTINUO\nY = 2*(1+)\n", "--frames 10");
-  EXPECT_EQ(r.status, 1);
-  EXPECT_NE(r.out.find("Esecuzione fallita: impossibile interpretare correttamente il codice!"), std::string::npos);
+size_t count(const std::string& text, const std::string& words) {
+  size_t n = 0;
+  for (size_t at = text.find(words); at != std::string::npos; at = text.find(words, at + 1)) ++n;
+  return n;
+}
 
-  // A literal division by zero stops the program before it starts.
-  const RunResult zero = run("INIZIA\nX = 10/0\nCICLO CONTINUO\n", "--frames 10 --vars");
+TEST_F(RunCommand, AProgramErrorLetsTheStatementsUnderWayFinish) {
+  // The statements after an error in the same block still run, a later
+  // "debug" still shows, a second error shows its own message.
+  const RunResult r = run("INIZIA\nX = 0\nZ = 0\naumenta X di 2*(1+)\naumenta Z di 1\ndebug \"dopo\"\n"
+                          "aumenta X di 3^-2\nCICLO CONTINUO\n",
+                          "--frames 10 --vars");
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(count(r.out, "Esecuzione fallita: impossibile interpretare correttamente il codice!"), 2u) << r.out;
+  EXPECT_NE(r.out.find("\ndopo\n\n"), std::string::npos) << r.out;
+  EXPECT_EQ(printed_value(r.out, "Z"), "1");
+
+  // Every literal division by zero shows its message at the start, and nothing runs.
+  const RunResult zero = run("INIZIA\nX = 10/0\nY = 4/0\ndebug \"mai\"\nCICLO CONTINUO\n", "--frames 10");
   EXPECT_EQ(zero.status, 1);
-  EXPECT_EQ(zero.out.find("X = "), std::string::npos) << "nothing ran";
-  EXPECT_FALSE(zero.out.empty()) << "the message was shown";
+  EXPECT_EQ(count(zero.out, "Errore: non si può dividere per zero!"), 2u) << zero.out;
+  EXPECT_EQ(zero.out.find("mai"), std::string::npos);
+
+  // An endless "ripeti finche" stops after 250001 passes; the walk runs its
+  // body once more, and the run ends as a program error.
+  const RunResult endless = run("INIZIA\nN = 0\nripeti finche N >= 0 { aumenta N di 1 }\nCICLO CONTINUO\n",
+                                "--frames 3 --vars");
+  EXPECT_EQ(endless.status, 1);
+  EXPECT_NE(endless.out.find("Ciclo 'ripeti finche' fallito!"), std::string::npos);
+  EXPECT_EQ(printed_value(endless.out, "N"), "250002");
 }
 
 TEST_F(RunCommand, UsageAndFileErrorsAreStatusTwo) {

@@ -109,7 +109,7 @@ TEST_F(FunzioniMatematiche, InterpolationBoundsPowersAndLogarithmsAreShort) {
   // No root of a negative number: 0, exact, and no message.
   EXPECT_EQ(stored(p, "RN"), exact(0));
   EXPECT_TRUE(messages_.empty());
-  EXPECT_FALSE(room_change_pending());
+  EXPECT_TRUE(run_ends().empty());
 }
 
 TEST_F(FunzioniMatematiche, DivisionByZeroShowsTheArgumentsAsWrittenAndGivesAnExactZero) {
@@ -147,7 +147,7 @@ TEST_F(FunzioniMatematiche, DivisionByZeroShowsTheArgumentsAsWrittenAndGivesAnEx
   };
   EXPECT_EQ(messages_, expected);
   // The run goes on after the message.
-  EXPECT_FALSE(room_change_pending());
+  EXPECT_TRUE(run_ends().empty());
 }
 
 TEST_F(FunzioniMatematiche, ExpressionsWrittenInATextAreWorkedOutWithoutStoppingTheRun) {
@@ -166,7 +166,7 @@ TEST_F(FunzioniMatematiche, ExpressionsWrittenInATextAreWorkedOutWithoutStopping
   EXPECT_EQ(stored(p, "E3"), "0.5000000000");
   EXPECT_EQ(stored(p, "E4"), "\"Impossibile risolvere l'espressione\"");
   EXPECT_EQ(stored(p, "E5"), "0");
-  EXPECT_FALSE(room_change_pending());
+  EXPECT_TRUE(run_ends().empty());
   EXPECT_TRUE(messages_.empty());
 }
 

@@ -99,7 +99,7 @@ TEST_F(FunzioniTrigonometriche, InverseFunctionsGiveZeroOutsideTheirDomain) {
   EXPECT_TRUE(is_exact(stored(p, "A1"), 90));
   EXPECT_TRUE(is_exact(stored(p, "A2"), std::numbers::pi));
   EXPECT_TRUE(messages_.empty());
-  EXPECT_FALSE(room_change_pending());
+  EXPECT_TRUE(run_ends().empty());
 }
 
 TEST_F(FunzioniTrigonometriche, ConversionsAreExactAndVectorsAndPointsShort) {

@@ -41,7 +41,7 @@ class ValueFunctionsRobustness : public ProgramTest {
     ProgramInstance& p = runnable("INIZIA\nN = \"<N> e <N>\"\n" + call + "\nCICLO CONTINUO");
     EXPECT_NO_THROW(run_inizia(p)) << call;
     // A run that an expression stopped ends here; the next case runs anew.
-    set_room_target(ROOM_NONE);
+    run_ends().clear();
     return stored(p, "X");
   }
 };

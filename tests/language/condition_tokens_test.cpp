@@ -110,7 +110,7 @@ TEST_F(ConditionTokens, AMissingBraceStopsTheRunWithItsMessage) {
   ASSERT_EQ(messages_.size(), 1u);
   // At most eleven tokens, each with a blank behind it.
   EXPECT_EQ(messages_[0], missing_brace_message("se X == 1 Y = 2 CICLO_CONTINUO Z = 3 "));
-  EXPECT_EQ(room_target(), room_find("Editor"));
+  EXPECT_EQ(run_ends(), std::vector{RunEnd::ToEditor});
 
   // Near the end of the program the text stops with the array.
   const int last = position(p, "se", first + 1);

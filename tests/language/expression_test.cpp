@@ -18,9 +18,9 @@
 #include "runtime/Function/StringFunctions.h"
 #include "runtime/Platform/Dialogs.h"
 #include "support/MessageRecorder.h"
-#include "runtime/Room/Room.h"
 #include "runtime/Support/AssetIndex.h"
 #include "support/Fatal.h"
+#include "support/RunEnds.h"
 
 namespace {
 
@@ -75,16 +75,12 @@ class Expressions : public ::testing::Test {
   void SetUp() override {
     register_runtime_builtins();
     register_language_sounds();
-    rooms_clear();
-    room_add(RoomDescription{"Intro"});
-    room_add(RoomDescription{"x"});
-    room_add(RoomDescription{"Editor"});
+    record_run_ends();
     platform::set_dialogs(std::make_unique<RecordingDialogs>(&messages_));
     g_actions.clear();
   }
   void TearDown() override {
     platform::set_dialogs(nullptr);
-    rooms_clear();
   }
 
   std::string eval(std::string_view text) { return calculate_string(ctx_, text); }
@@ -264,7 +260,7 @@ TEST_F(Expressions, UnpairedBracketsStopTheRunToTheEditor) {
                                          "2 - Il nome di una variabile composta da più parole è scritto in modo "
                                          "sbagliato (ad esempio 'gatto blu' al posto di 'gatto_blu')"}));
   EXPECT_EQ(g_actions, error_actions());
-  EXPECT_EQ(room_target(), room_find("Editor"));
+  EXPECT_EQ(run_ends(), std::vector{RunEnd::ToEditor});
 }
 
 TEST_F(Expressions, AnExtraOperatorStopsTheRunToTheFirstRoom) {
@@ -275,10 +271,10 @@ TEST_F(Expressions, AnExtraOperatorStopsTheRunToTheFirstRoom) {
   ASSERT_EQ(messages_.size(), 1u);
   EXPECT_EQ(messages_[0], expression_message("3^-2", causes));
   EXPECT_EQ(g_actions, error_actions());
-  EXPECT_EQ(room_target(), room_find("Intro"));
+  EXPECT_EQ(run_ends(), std::vector{RunEnd::ToStart});
 
   // The faulty text is the text at hand, with its brackets shown round.
-  set_room_target(ROOM_NONE);
+  run_ends().clear();
   EXPECT_EQ(eval("2*(3^-2)"), "0");
   ASSERT_EQ(messages_.size(), 2u);
   EXPECT_EQ(messages_[1], expression_message("2*(3^-2)", causes));
@@ -295,17 +291,10 @@ TEST_F(Expressions, ReversedBracketsStopTheRunToTheFirstRoom) {
   EXPECT_EQ(messages_[0],
             expression_message(")1+2(", {"1 - Hai invertito le parentesi tonde: hai scritto ')' prima di '('"}));
   EXPECT_EQ(g_actions, error_actions());
-  EXPECT_EQ(room_target(), room_find("Intro"));
+  EXPECT_EQ(run_ends(), std::vector{RunEnd::ToStart});
   // Alone, ")1(" is one piece: a single value, which is an unknown name.
   EXPECT_EQ(eval(")1("), "0");
   EXPECT_EQ(messages_.size(), 1u);
-}
-
-TEST_F(Expressions, WithoutTheRoomTheRunStaysWhereItIs) {
-  rooms_clear();
-  EXPECT_EQ(eval("[1+2"), "0");
-  EXPECT_EQ(messages_.size(), 1u);
-  EXPECT_EQ(room_target(), ROOM_NONE);
 }
 
 TEST_F(Expressions, ThePermissiveTwinReportsInItsResult) {
@@ -314,7 +303,7 @@ TEST_F(Expressions, ThePermissiveTwinReportsInItsResult) {
   }
   EXPECT_TRUE(messages_.empty());
   EXPECT_TRUE(g_actions.empty());
-  EXPECT_EQ(room_target(), ROOM_NONE);
+  EXPECT_TRUE(run_ends().empty());
   EXPECT_EQ(calculate_string_permessive(ctx_, "(2+3)*4"), "20.0000000000");
   // It doesn't look the whole text up as a variable.
   ctx_.variables["2+2"] = "\"quattro\"";
@@ -393,7 +382,7 @@ TEST_F(Expressions, RandomTextsEndWithoutCrashing) {
     std::string text;
     for (int n = length(random); n > 0; --n) text += parts[pick(random)];
     SCOPED_TRACE(text);
-    set_room_target(ROOM_NONE);
+    run_ends().clear();
     const auto guarded = [&](const auto& body) {
       try {
         body();

@@ -22,6 +22,7 @@
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Room/Room.h"
 #include "support/MessageRecorder.h"
+#include "support/RunEnds.h"
 
 class ProgramTest : public ::testing::Test {
  protected:
@@ -41,8 +42,7 @@ class ProgramTest : public ::testing::Test {
     platform::set_dialogs(std::make_unique<MessageRecorder>(&messages_));
     object_ = object_add("main_code_ctrl");
     room_add(RoomDescription{"main_room", ROOM_WIDTH, ROOM_HEIGHT});
-    room_add(RoomDescription{"Intro"});
-    room_add(RoomDescription{"Editor"});
+    record_run_ends();
     objects_prepare();
     set_room_target(0);
     room_change(true);

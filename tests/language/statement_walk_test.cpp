@@ -9,7 +9,7 @@ namespace {
 
 class StatementWalk : public ProgramTest {
  protected:
-  bool went_to_editor() const { return room_change_pending() && room_target() == room_find("Editor"); }
+  static bool went_to_editor() { return run_ends() == std::vector{RunEnd::ToEditor}; }
 };
 
 TEST_F(StatementWalk, IncreaseAndDecreaseKeepTheShortestNumber) {
@@ -134,8 +134,9 @@ TEST_F(StatementWalk, EndlessConditionLoopStopsAfter250000PassesAndGoesBackToThe
             "Ciclo 'ripeti finche' fallito! Un ciclo 'finche' non è terminato dopo 250000 passaggi: molto "
             "probabilmente hai scritto un ciclo infinito. Controlla il tuo codice e riprova!");
   EXPECT_TRUE(went_to_editor());
-  // The body ran once for each pass up to the stop; nothing after it ran.
-  EXPECT_EQ(stored(p, "X"), "250001");
+  // The loop ran 250001 passes, the walk that called ran the body once more
+  // and then the statement after it: the run ends with the frame.
+  EXPECT_EQ(stored(p, "X"), "1250002");
 }
 
 TEST_F(StatementWalk, LoopWithoutClosingBraceStopsTheRunWithItsFrame) {
@@ -150,12 +151,12 @@ TEST_F(StatementWalk, LoopWithoutClosingBraceStopsTheRunWithItsFrame) {
             "Ecco le possibili cause:\r\n\t1 - Manca una parentesi graffa chiusa '}' o il simbolo punto ' . ' "
             "alla fine della sequenza d'istruzioni");
   EXPECT_TRUE(went_to_editor());
-  // The walk ends there: the body didn't run its last time.
-  EXPECT_EQ(stored(p, "X"), "0");
+  // The walk goes on into the body, which runs once.
+  EXPECT_EQ(stored(p, "X"), "1");
 
   messages_.clear();
   ProgramInstance& q = runnable("INIZIA Y = 0 ripeti finche Y < 3 { aumenta Y di 1 CICLO CONTINUO");
-  set_room_target(ROOM_NONE);
+  run_ends().clear();
   run_inizia(q);
   ASSERT_EQ(messages_.size(), 1u);
   EXPECT_TRUE(text_edit::contains(messages_[0], "' o il simbolo punto separato da spazi ' . ' alla fine"));
