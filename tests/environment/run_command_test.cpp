@@ -52,6 +52,15 @@ TEST_F(RunCommand, AProgramErrorLetsTheStatementsUnderWayFinish) {
   EXPECT_EQ(printed_value(endless.out, "N"), "250002");
 }
 
+TEST_F(RunCommand, TheTokenListingPrintsItsMessagesToStandardError) {
+  std::ofstream(dir_ / "zero.txt") << "INIZIA\nX = 1/0\nCICLO CONTINUO\n";
+  const std::string command = "cd '" + dir_.string() + "' && '" VELANT_BINARY "' tokens zero.txt >out.txt 2>err.txt";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  std::ifstream err(dir_ / "err.txt");
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(err), {}), "Errore: non si può dividere per zero!\n\n");
+  EXPECT_EQ(std::filesystem::file_size(dir_ / "out.txt"), 0u);
+}
+
 TEST_F(RunCommand, UsageAndFileErrorsAreStatusTwo) {
   const std::string velant = VELANT_BINARY;
   EXPECT_EQ(WEXITSTATUS(std::system((velant + " run 2>/dev/null").c_str())), 2);
