@@ -2,7 +2,9 @@
 // primitive list and texture, and reach the graphics device only when
 // either changes, when the draw state changes, or at the end of the frame.
 // Strips are written as lists and fans as indexed triangles, so that one
-// batch holds many shapes.
+// batch holds many shapes. An opaque shape drawn again exactly where it
+// stands, with nothing drawn over it since, is left out, and a batch is
+// sent when it is full: a loop that draws at every pass stays cheap.
 #pragma once
 
 #include <cstddef>
@@ -19,8 +21,13 @@ platform::Vertex* batch_reserve(platform::Primitive type, platform::TextureId te
 platform::Vertex* batch_reserve_fan(platform::TextureId texture, size_t count);
 // Sends the open batch to the device.
 void batch_flush();
+// Sends the open batch, and tells the batch the blend factors that come
+// next, on which it depends whether a shape drawn twice looks drawn once.
+void batch_set_blend(int source, int destination);
 // How many batches have gone to the device so far: what any drawing changes.
 uint64_t batch_sends();
+// How many vertices have gone to the device so far, for measurements.
+uint64_t batch_vertices_sent();
 // A textured quad from its corners in the order top left, top right, bottom
 // right, bottom left, as two triangles.
 void batch_quad(platform::TextureId texture, const platform::Vertex (&corners)[4]);

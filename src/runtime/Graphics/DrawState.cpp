@@ -75,7 +75,7 @@ void apply_transform() {
 }
 
 void set_blend_mode(int source, int destination) {
-  batch_flush();
+  batch_set_blend(source, destination);
   draw_state().blend_source = source;
   draw_state().blend_destination = destination;
   platform::gpu().set_blend(source, destination);

@@ -254,4 +254,47 @@ TEST_F(GraphicsTest, ShapesShareBatchesUntilTheTextureOrTypeChanges) {
   surface_reset_target();
 }
 
+TEST_F(GraphicsTest, AnOpaqueShapeDrawnAgainWhereNothingCoversItIsSentOnce) {
+  struct Case {
+    const char* what;
+    double alpha;
+    int blend_source, blend_destination;
+    bool overlapping_between;
+    uint64_t rectangles_sent;
+  };
+  const Case cases[] = {
+      {"opaque, drawn 50 times over itself", 1, 5, 6, false, 2},
+      {"opaque, with a shape beside it between", 1, 5, 6, false, 2},
+      {"opaque, with a shape over it between", 1, 5, 6, true, 100},
+      {"half transparent: each pass darkens", 0.5, 5, 6, false, 100},
+      {"added light: each pass brightens", 1, 5, 2, false, 100},
+      {"copied, alpha and all", 0.5, 2, 1, false, 2},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    canvas();
+    set_blend_mode(c.blend_source, c.blend_destination);
+    draw_state().alpha = c.alpha;
+    batch_flush();
+    const uint64_t before = batch_vertices_sent();
+    for (int pass = 0; pass < 50; ++pass) {
+      draw_rectangle_colour(4, 4, 20, 20, RED, RED, RED, RED, false);
+      const double x = c.overlapping_between ? 10 : 40;
+      draw_rectangle_colour(x, 4, x + 8, 12, BLUE, BLUE, BLUE, BLUE, false);
+    }
+    batch_flush();
+    EXPECT_EQ(batch_vertices_sent() - before, 4 * c.rectangles_sent);
+    // What is left out is what could not be seen.
+    if (c.overlapping_between) {
+      EXPECT_TRUE(is(pixel(12, 6), 0, 0, 255));
+    }
+    if (c.rectangles_sent == 2 && c.alpha == 1) {
+      EXPECT_TRUE(is(pixel(6, 18), 255, 0, 0));
+    }
+    set_blend_mode(5, 6);
+    draw_state().alpha = 1;
+    surface_reset_target();
+  }
+}
+
 }  // namespace

@@ -34,7 +34,7 @@ bool load_functions(Functions& f) {
          load(f.GenBuffers, "glGenBuffers") && load(f.BindBuffer, "glBindBuffer") &&
          load(f.BufferData, "glBufferData") && load(f.VertexAttribPointer, "glVertexAttribPointer") &&
          load(f.EnableVertexAttribArray, "glEnableVertexAttribArray") && load(f.DrawArrays, "glDrawArrays") &&
-         load(f.DrawElements, "glDrawElements") && load(f.BlitFramebuffer, "glBlitFramebuffer") &&
+         load(f.DrawElements, "glDrawElements") && load(f.Finish, "glFinish") && load(f.BlitFramebuffer, "glBlitFramebuffer") &&
          load(f.Enable, "glEnable") && load(f.Disable, "glDisable") &&
          load(f.BlendFuncSeparate, "glBlendFuncSeparate") && load(f.ReadPixels, "glReadPixels");
 }

@@ -51,6 +51,7 @@ struct Functions {
   PFNGLENABLEVERTEXATTRIBARRAYPROC EnableVertexAttribArray;
   decltype(&::glDrawArrays) DrawArrays;
   decltype(&::glDrawElements) DrawElements;
+  decltype(&::glFinish) Finish;
   decltype(&::glEnable) Enable;
   decltype(&::glDisable) Disable;
   PFNGLBLENDFUNCSEPARATEPROC BlendFuncSeparate;

@@ -271,9 +271,19 @@ class GlGpu final : public Gpu {
       f_.DrawElements(mode, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT, nullptr);
     }
     ++draw_calls_;
+    // A driver may hold every draw of a frame until it is shown; a frame
+    // that draws without end has its work done now and then instead, so
+    // that what the driver holds stays bounded.
+    vertices_since_finish_ += vertices.size();
+    if (vertices_since_finish_ > FINISH_AFTER_VERTICES || draw_calls_ % FINISH_AFTER_DRAWS == 0) {
+      f_.Finish();
+      vertices_since_finish_ = 0;
+    }
   }
 
   uint64_t draw_calls() const override { return draw_calls_; }
+  static constexpr size_t FINISH_AFTER_VERTICES = 1 << 16;
+  static constexpr uint64_t FINISH_AFTER_DRAWS = 1024;
   void reset_draw_calls() override { draw_calls_ = 0; }
 
   void read_pixels(int x, int y, int width, int height, std::span<uint8_t> rgba) override {
@@ -392,6 +402,7 @@ class GlGpu final : public Gpu {
   bool linear_ = false;
   float transform_[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
   uint64_t draw_calls_ = 0;
+  size_t vertices_since_finish_ = 0;
 };
 
 }  // namespace
