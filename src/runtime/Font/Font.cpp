@@ -13,9 +13,12 @@ constexpr size_t TABLE_STEP = 5;
 // The default font: a plain sans serif face at 12 points on a 96 dpi screen.
 constexpr double DEFAULT_FONT_SIZE = 16;
 
+using FontLoader = std::unique_ptr<CFontQm> (*)(std::string_view name);
+
 struct FontTable {
   std::vector<std::unique_ptr<CFontQm>> fonts;
-  std::vector<std::string> names;  // parallel to fonts
+  std::vector<std::string> names;      // parallel to fonts
+  std::vector<FontLoader> on_first_use;  // parallel to fonts: what makes a reserved slot's font
   std::unique_ptr<CFontQm> default_font;
   bool package_registered = false;
 };
@@ -35,12 +38,13 @@ void grow_to_hold(FontTable& t, size_t index) {
   while (t.fonts.size() <= index) {
     t.fonts.resize(t.fonts.size() + TABLE_STEP);
     t.names.resize(t.fonts.size());
+    t.on_first_use.resize(t.fonts.size());
   }
 }
 
 size_t first_free_slot(FontTable& t) {
-  auto it = std::find(t.fonts.begin(), t.fonts.end(), nullptr);
-  const auto slot = static_cast<size_t>(it - t.fonts.begin());
+  size_t slot = 0;
+  while (slot < t.fonts.size() && (t.fonts[slot] || t.on_first_use[slot])) ++slot;
   grow_to_hold(t, slot);
   return slot;
 }
@@ -113,7 +117,12 @@ CFontQm* font_get(int32_t font) {
     return t.default_font.get();
   }
   if (font < 0 || static_cast<size_t>(font) >= t.fonts.size()) return nullptr;
-  return t.fonts[static_cast<size_t>(font)].get();
+  const auto slot = static_cast<size_t>(font);
+  if (const FontLoader load = t.on_first_use[slot]) {
+    t.on_first_use[slot] = nullptr;
+    t.fonts[slot] = load(t.names[slot]);
+  }
+  return t.fonts[slot].get();
 }
 
 CFontQm& font_or_default(int32_t font) {
@@ -133,6 +142,12 @@ void font_put(int32_t index, std::string name, std::unique_ptr<CFontQm> font) {
   grow_to_hold(t, static_cast<size_t>(index));
   t.fonts[static_cast<size_t>(index)] = std::move(font);
   t.names[static_cast<size_t>(index)] = std::move(name);
+  t.on_first_use[static_cast<size_t>(index)] = nullptr;
+}
+
+void font_put_on_first_use(int32_t index, std::string name, std::unique_ptr<CFontQm> (*load)(std::string_view name)) {
+  font_put(index, std::move(name), nullptr);
+  table().on_first_use[static_cast<size_t>(index)] = load;
 }
 
 int32_t font_add(std::string_view name, double size, bool bold, bool italic, int32_t first, int32_t last) {

@@ -84,6 +84,9 @@ bool font_exists(int32_t font);
 std::string_view font_get_name(int32_t font);
 // Puts `font` into slot `index` under `name`, growing the table as needed.
 void font_put(int32_t index, std::string name, std::unique_ptr<CFontQm> font);
+// Reserves slot `index` under `name` for a font that `load(name)` makes when
+// the slot is first asked for, so that a font nobody draws with is never read.
+void font_put_on_first_use(int32_t index, std::string name, std::unique_ptr<CFontQm> (*load)(std::string_view name));
 // Loads a font file found from `name` (FontFiles.h) at `size` pixels into
 // the first free slot; its id, or -1 after a debug line.
 int32_t font_add(std::string_view name, double size, bool bold, bool italic, int32_t first, int32_t last);

@@ -1,5 +1,6 @@
 #include "runtime/Font/PackageFonts.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -30,17 +31,21 @@ constexpr PackageFont PACKAGE_FONTS[] = {
     {"fnt_dislessia_grassetto", {"OpenDyslexicMono-Regular.otf", ""}, 12, true},
 };
 
+std::unique_ptr<CFontQm> load_package_font(std::string_view asset) {
+  const PackageFont& entry = *std::ranges::find(PACKAGE_FONTS, asset, &PackageFont::asset);
+  std::unique_ptr<CFontQm> font = font_load_first({entry.files[0], entry.files[1]}, entry.size, entry.bold, false);
+  if (!font) {
+    debug_output("Font " + std::string(entry.asset) + ": no font file found, it takes the default font's face\n");
+    font = font_load_default_face(entry.size, entry.bold);
+  }
+  font->name = entry.asset;
+  return font;
+}
+
 }  // namespace
 
 void register_package_fonts() {
   for (const PackageFont& entry : PACKAGE_FONTS) {
-    const int32_t index = asset_add(AssetKind::Font, entry.asset);
-    std::unique_ptr<CFontQm> font = font_load_first({entry.files[0], entry.files[1]}, entry.size, entry.bold, false);
-    if (!font) {
-      debug_output("Font " + std::string(entry.asset) + ": no font file found, it takes the default font's face\n");
-      font = font_load_default_face(entry.size, entry.bold);
-    }
-    font->name = entry.asset;
-    font_put(index, std::string(entry.asset), std::move(font));
+    font_put_on_first_use(asset_add(AssetKind::Font, entry.asset), std::string(entry.asset), load_package_font);
   }
 }

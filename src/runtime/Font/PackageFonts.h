@@ -8,6 +8,7 @@
 // missing takes the default font's face at its size, with a debug line.
 #pragma once
 
-// Adds the package's fonts as font assets and loads each into the font
-// table slot of its asset index. The font table calls it at its first use.
+// Adds the package's fonts as font assets, each reserving the font table
+// slot of its asset index; a face is read when its font is first asked for.
+// The font table calls it at its first use.
 void register_package_fonts();
