@@ -2,25 +2,12 @@
 
 #include "environment/editor_ctrl.h"
 #include "families/families.h"
-#include "families/funzioni_di_casualita.h"
-#include "families/funzioni_di_disegno.h"
-#include "language/main_code_ctrl.h"
+#include "environment/main_code_ctrl.h"
 #include "language/run_end.h"
 #include "language/sound_assets.h"
 #include "runtime/Room/Room.h"
 
 namespace {
-
-// The grid's numbers are small: the default font at this scale.
-constexpr double GRID_LABEL_SCALE = 0.65;
-
-// Every run begins with chance from the same seed, draws its grid, and
-// takes the pictures it loaded away at its end.
-constexpr RunHooks RUN_HOOKS = {
-    [](ProgramInstance&) { ripristina_casualita_di_avvio(); },
-    [](ProgramInstance& p) { draw_grid(p, GRID_LABEL_SCALE); },
-    [](ProgramInstance&) { delete_loaded_images(); },
-};
 
 // A run goes back to the editor, or to the start of the environment.
 void leave_run(RunEnd reason) { room_goto(reason == RunEnd::ToStart ? ROOM_INTRO : ROOM_EDITOR); }
@@ -30,7 +17,6 @@ void leave_run(RunEnd reason) { room_goto(reason == RunEnd::ToStart ? ROOM_INTRO
 void define_environment(Startup startup) {
   register_language_sounds();
   register_families();
-  set_run_hooks(RUN_HOOKS);
   set_run_end_handler(leave_run);
   const int32_t editor = define_editor_ctrl();
   const int32_t run_button = define_tasto_esegui();

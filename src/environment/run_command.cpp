@@ -11,11 +11,10 @@
 #include "environment/commands.h"
 #include "environment/rooms.h"
 #include "language/error_frame.h"
-#include "language/main_code_ctrl.h"
+#include "environment/main_code_ctrl.h"
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Screen.h"
-#include "runtime/Platform/Headless.h"
-#include "runtime/Run/FrameState.h"
+#include "runtime/Room/FrameState.h"
 #include "runtime/Run/MainLoop.h"
 
 namespace {
@@ -79,7 +78,6 @@ int run_command(int argc, char** argv) {
     }
   }
 
-  if (request->headless) platform::set_headless(true);
   RuntimeOptions options;
   options.headless = request->headless;
   options.max_frames = request->frames;

@@ -4,7 +4,7 @@
 #include "environment/commands.h"
 #include "language/sound_assets.h"
 #include "language/tokenization.h"
-#include "runtime/Platform/Dialogs.h"
+#include "runtime/Function/DialogFunctions.h"
 
 int tokens_command(int argc, char** argv) {
   if (argc != 3) {
@@ -18,7 +18,7 @@ int tokens_command(int argc, char** argv) {
   }
   register_language_sounds();
   // A listing has nobody to click a box: its messages go to standard error.
-  platform::set_dialogs(platform::make_headless_dialogs(stderr, stderr));
+  show_messages_on_streams(stderr, stderr);
   TokenProgram program;
   // A literal division by zero ends the start: its message has been shown.
   if (tokenization_of_file(program, path) == TokenizationResult::DivisionByZero) return 1;

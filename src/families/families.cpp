@@ -2,15 +2,8 @@
 
 #include <array>
 
-#include "language/program_instance.h"
 
 namespace {
-
-// "debug EXPR" is the walk's own, and has its place among the families.
-constexpr FamilyFunction DEBUG_FUNCTIONS[] = {
-    {"debug", CallShape::Statement, [](ProgramInstance& p, int i) { p.debug_function(i); }},
-};
-const Family debug_function{"debug_function", NO_GUARD, NO_GUARD, DEBUG_FUNCTIONS};
 
 constexpr std::array<const Family*, 22> FAMILIES = {
     &funzioni_di_disegno,
@@ -32,7 +25,7 @@ constexpr std::array<const Family*, 22> FAMILIES = {
     &funzioni_sulle_tabelle,
     &funzioni_logiche,
     &funzioni_esterne,
-    &debug_function,
+    &debug_family,  // the walk's own "debug EXPR" has its place among the families
     &funzioni_sugli_oggetti,
     &funzioni_pixelart,
 };

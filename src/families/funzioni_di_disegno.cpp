@@ -13,7 +13,7 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
-#include "runtime/Object/Variables.h"
+#include "runtime/Room/Variables.h"
 #include "runtime/Support/AssetIndex.h"
 
 namespace {

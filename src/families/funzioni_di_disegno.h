@@ -13,8 +13,27 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
-class ProgramInstance;
+#include "language/program_instance.h"
+
+// What the drawing functions keep for one program between calls: the
+// pictures loaded, by the path as written (mem_ris) with their sprite and
+// origin; the frame counter of animated pictures; the grid and its surface;
+// the surface that collects stamps.
+struct DrawingMemory : FamilyMemory {
+  std::vector<std::string> mem_ris = std::vector<std::string>(100);
+  std::vector<int32_t> mem_ris_index = std::vector<int32_t>(100, -1);
+  std::vector<double> mem_ris_x = std::vector<double>(100), mem_ris_y = std::vector<double>(100);
+  int tot_mem_ris = 0;
+  double subimage_index = 0;
+  double sfondo_griglia = 16777215;
+  double colore_griglia = 12632256;
+  double dimensione_griglia = 25;
+  int32_t surf = -1;
+  int32_t timbri = -1;
+};
+inline DrawingMemory& drawing_memory(ProgramInstance& p) { return p.family_memory<DrawingMemory>(); }
 
 // The extensions that complete a file name written without one, in the
 // order they are tried: ottieni_immagine tries ".gif" before ".jfif",
@@ -58,6 +77,21 @@ int32_t missing_image_sprite();
 // beside it at `label_scale`. The draw state is left as it was.
 void draw_grid(ProgramInstance& p, double label_scale);
 
+// What the run controller asks of the drawing functions around a run.
+// At its start: the grid picture and the empty surface of the stamps.
+void drawing_run_start(ProgramInstance& p);
+// In every step: the stamps' surface made again when the device lost it.
+void keep_stamps_surface(ProgramInstance& p);
+// Before the frame is drawn: the grid picture made again when it was lost.
+void keep_grid_picture(ProgramInstance& p);
+// Onto the freshly cleared canvas: the grid, when it shows.
+void draw_grid_picture(ProgramInstance& p);
+// Over what the program drew: the stamps.
+void draw_stamps(ProgramInstance& p);
+// At the end of the run: its surfaces go, and every sprite that the drawing
+// functions loaded or made for programs since the last run.
+void drawing_run_end(ProgramInstance& p);
+
 // Deletes every sprite that the drawing functions loaded or made for
-// programs since the last call: what the run controller calls when a run ends.
+// programs since the last call.
 void delete_loaded_images();

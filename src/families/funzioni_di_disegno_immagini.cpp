@@ -22,7 +22,7 @@
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/SpriteDrawing.h"
 #include "runtime/Graphics/Surfaces.h"
-#include "runtime/Run/FrameState.h"
+#include "runtime/Room/FrameState.h"
 #include "runtime/Sprite/Sprite.h"
 
 namespace {
@@ -138,9 +138,10 @@ bool same_without_quotes(std::string_view entry, std::string_view key) {
 }
 
 // The sprite remembered under `key`, entries compared without their quotes; NOT_REMEMBERED when there is none.
-int32_t remembered_image(const ProgramInstance& p, std::string_view key) {
-  for (int k = 0; k < p.tot_mem_ris; ++k) {
-    if (same_without_quotes(p.mem_ris[static_cast<size_t>(k)], key)) return p.mem_ris_index[static_cast<size_t>(k)];
+int32_t remembered_image(ProgramInstance& p, std::string_view key) {
+  const DrawingMemory& memory = drawing_memory(p);
+  for (int k = 0; k < memory.tot_mem_ris; ++k) {
+    if (same_without_quotes(memory.mem_ris[static_cast<size_t>(k)], key)) return memory.mem_ris_index[static_cast<size_t>(k)];
   }
   return NOT_REMEMBERED;
 }
@@ -244,18 +245,19 @@ int32_t load_image_sprite(const ImagePath& path, const SpriteLoad& load) {
 }
 
 void remember_image(ProgramInstance& p, std::string_view memory_key, int32_t sprite, double xorigin, double yorigin) {
-  const auto n = static_cast<size_t>(p.tot_mem_ris);
-  if (n >= p.mem_ris.size()) {
-    p.mem_ris.resize(n + 1);
-    p.mem_ris_index.resize(n + 1, -1);
-    p.mem_ris_x.resize(n + 1);
-    p.mem_ris_y.resize(n + 1);
+  DrawingMemory& memory = drawing_memory(p);
+  const auto n = static_cast<size_t>(memory.tot_mem_ris);
+  if (n >= memory.mem_ris.size()) {
+    memory.mem_ris.resize(n + 1);
+    memory.mem_ris_index.resize(n + 1, -1);
+    memory.mem_ris_x.resize(n + 1);
+    memory.mem_ris_y.resize(n + 1);
   }
-  p.mem_ris[n] = memory_key;
-  p.mem_ris_index[n] = sprite;
-  p.mem_ris_x[n] = xorigin;
-  p.mem_ris_y[n] = yorigin;
-  ++p.tot_mem_ris;
+  memory.mem_ris[n] = memory_key;
+  memory.mem_ris_index[n] = sprite;
+  memory.mem_ris_x[n] = xorigin;
+  memory.mem_ris_y[n] = yorigin;
+  ++memory.tot_mem_ris;
 }
 
 int32_t missing_image_sprite() {
@@ -289,16 +291,17 @@ void disegna_immagine(ProgramInstance& p, int i) {
   if (!sprite_exists(sprite)) return;
 
   // One frame counter for all the pictures of the instance, in frames a second of the game.
-  p.subimage_index += slot_number(p, SPEED) / std::max(frame_state().game_speed, 1);
-  if (!(p.subimage_index <= sprite_get_number(sprite))) p.subimage_index = 0;
+  double& frame = drawing_memory(p).subimage_index;
+  frame += slot_number(p, SPEED) / std::max(frame_state().game_speed, 1);
+  if (!(frame <= sprite_get_number(sprite))) frame = 0;
 
   if (slot_source(p, BOX_WIDTH) != "?" && slot_source(p, BOX_HEIGHT) != "?") {
-    draw_sprite_stretched_ext(sprite, p.subimage_index, slot_number(p, X), slot_number(p, Y),
+    draw_sprite_stretched_ext(sprite, frame, slot_number(p, X), slot_number(p, Y),
                               slot_number(p, XSCALE) * slot_number(p, BOX_WIDTH),
                               slot_number(p, YSCALE) * slot_number(p, BOX_HEIGHT), slot_number(p, COLOUR),
                               slot_number(p, ALPHA));
   } else {
-    draw_placed(p, sprite, p.subimage_index);
+    draw_placed(p, sprite, frame);
   }
 }
 
@@ -334,8 +337,9 @@ void ottieni_immagine(ProgramInstance& p, int i) {
   // A name loaded before, as written: the variable keeps what it has, so a
   // program may ask on every frame and load once.
   const std::string written = slot_source(p, NAME);
-  for (int k = 0; k < p.tot_mem_ris; ++k) {
-    if (p.mem_ris[static_cast<size_t>(k)] == written) return;
+  const DrawingMemory& memory = drawing_memory(p);
+  for (int k = 0; k < memory.tot_mem_ris; ++k) {
+    if (memory.mem_ris[static_cast<size_t>(k)] == written) return;
   }
   const ImagePath path = resolve_image_path(written, IMAGE_EXTENSIONS_OTTIENI);
   const SpriteLoad load{slot_number(p, FRAMES), is_true(slot_number(p, REMOVE_BACK)), origin_of(p, XORIGIN),

@@ -18,6 +18,7 @@
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Screen.h"
+#include "runtime/Graphics/SurfaceOverClear.h"
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Graphics/TextDrawing.h"
 
@@ -27,6 +28,7 @@ namespace {
 constexpr double FINEST_GRID = 5;
 // The numbers of a grid that the program sets are smaller than those of the grid at the start.
 constexpr double GRID_LABEL_SCALE = 0.45;
+constexpr double START_GRID_LABEL_SCALE = 0.65;
 // The largest side of a surface.
 constexpr double LARGEST_SIDE = 8192;
 
@@ -37,13 +39,13 @@ double surface_side(double side) { return side >= 1 ? std::min(side, LARGEST_SID
 std::string label(double coordinate) { return value_to_text(RValue::number(coordinate)); }
 
 // Makes `p`'s grid surface exist at `width` x `height`; false without a graphics device.
-bool prepare_grid_surface(ProgramInstance& p, double width, double height) {
-  if (surface_exists(p.surf)) {
-    surface_resize(p.surf, width, height);
+bool prepare_grid_surface(DrawingMemory& memory, double width, double height) {
+  if (surface_exists(memory.surf)) {
+    surface_resize(memory.surf, width, height);
   } else {
-    p.surf = surface_create(width, height);
+    memory.surf = surface_create(width, height);
   }
-  return surface_exists(p.surf);
+  return surface_exists(memory.surf);
 }
 
 // The draw state that drawing the grid changes, to be put back after.
@@ -64,17 +66,18 @@ struct SavedDrawState {
 }  // namespace
 
 void draw_grid(ProgramInstance& p, double label_scale) {
+  DrawingMemory& memory = drawing_memory(p);
   const double width = surface_side(p.larghezza_finestra), height = surface_side(p.altezza_finestra);
-  if (!prepare_grid_surface(p, width, height)) return;
+  if (!prepare_grid_surface(memory, width, height)) return;
   const SavedDrawState saved;
-  surface_set_target(p.surf);
-  set_colour_and_alpha(p.sfondo_griglia, 1);
+  surface_set_target(memory.surf);
+  set_colour_and_alpha(memory.sfondo_griglia, 1);
   draw_rectangle(0, 0, width, height, false);
-  set_colour_and_alpha(p.colore_griglia, 1);
+  set_colour_and_alpha(memory.colore_griglia, 1);
   draw_set_font(environment_font());
   draw_set_halign(TEXT_ALIGN_START);
   draw_set_valign(TEXT_ALIGN_START);
-  const double step = p.dimensione_griglia > FINEST_GRID ? p.dimensione_griglia : FINEST_GRID;
+  const double step = memory.dimensione_griglia > FINEST_GRID ? memory.dimensione_griglia : FINEST_GRID;
   for (double x = 0; x <= width; x += step) {
     draw_line(x, 0, x, height);
     draw_text_transformed(x + 1, 1, label(x), label_scale, label_scale, 0);
@@ -95,18 +98,51 @@ void imposta_griglia(ProgramInstance& p, int i) {
       {"(VISIBILE:", VISIBLE, "1"},
   };
   read_arguments(p, i, CallShape::Statement, KEYS);
-  p.sfondo_griglia = slot_number(p, BACKGROUND);
-  p.colore_griglia = slot_number(p, LINES);
+  DrawingMemory& memory = drawing_memory(p);
+  memory.sfondo_griglia = slot_number(p, BACKGROUND);
+  memory.colore_griglia = slot_number(p, LINES);
   const double size = slot_number(p, SIZE);
-  p.dimensione_griglia = size > FINEST_GRID ? size : FINEST_GRID;
+  memory.dimensione_griglia = size > FINEST_GRID ? size : FINEST_GRID;
   const double visible = slot_number(p, VISIBLE);
   p.griglia_visibile = std::isfinite(visible) ? static_cast<int>(std::clamp(visible, -1e9, 1e9)) : 0;
   // Only the text "1" shows the grid: any other value takes it away.
   if (slot_source(p, VISIBLE) == "1") {
     draw_grid(p, GRID_LABEL_SCALE);
-  } else if (surface_exists(p.surf)) {
-    surface_free(p.surf);
+  } else if (surface_exists(memory.surf)) {
+    surface_free(memory.surf);
   }
+}
+
+void drawing_run_start(ProgramInstance& p) {
+  draw_grid(p, START_GRID_LABEL_SCALE);
+  drawing_memory(p).timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+}
+
+void keep_stamps_surface(ProgramInstance& p) {
+  DrawingMemory& memory = drawing_memory(p);
+  if (!surface_exists(memory.timbri)) memory.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+}
+
+void keep_grid_picture(ProgramInstance& p) {
+  if (p.griglia_visibile == 1 && !surface_exists(drawing_memory(p).surf)) draw_grid(p, START_GRID_LABEL_SCALE);
+}
+
+void draw_grid_picture(ProgramInstance& p) {
+  // The same picture in every frame: it goes by the device's copy where it can.
+  const int32_t grid = drawing_memory(p).surf;
+  if (p.griglia_visibile == 1 && surface_exists(grid)) draw_surface_over_clear(grid);
+}
+
+void draw_stamps(ProgramInstance& p) {
+  const int32_t stamps = drawing_memory(p).timbri;
+  if (surface_exists(stamps)) draw_surface(stamps, 0, 0);
+}
+
+void drawing_run_end(ProgramInstance& p) {
+  delete_loaded_images();
+  DrawingMemory& memory = drawing_memory(p);
+  surface_free(memory.surf);
+  surface_free(memory.timbri);
 }
 
 void salva_schermata(ProgramInstance&, int) {

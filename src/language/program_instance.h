@@ -16,6 +16,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -32,6 +33,11 @@
 struct VariableNameHash {
   using is_transparent = void;
   size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+};
+
+// The base of what a family keeps for one program between its calls.
+struct FamilyMemory {
+  virtual ~FamilyMemory() = default;
 };
 
 class ProgramInstance : public ExpressionContext {
@@ -158,20 +164,18 @@ class ProgramInstance : public ExpressionContext {
   // since the runtime has no built-in that sets the caption yet.
   std::string nome_finestra;
 
-  // What the drawing functions keep between calls: the pictures loaded,
-  // by the path as written (mem_ris) with their sprite and origin; the
-  // frame counter of animated pictures; the grid and its surface; the
-  // surface that collects stamps.
-  std::vector<std::string> mem_ris = std::vector<std::string>(100);
-  std::vector<int32_t> mem_ris_index = std::vector<int32_t>(100, -1);
-  std::vector<double> mem_ris_x = std::vector<double>(100), mem_ris_y = std::vector<double>(100);
-  int tot_mem_ris = 0;
-  double subimage_index = 0;
-  double sfondo_griglia = 16777215;
-  double colore_griglia = 12632256;
-  double dimensione_griglia = 25;
-  int32_t surf = -1;
-  int32_t timbri = -1;
+  // What a family keeps for this program between its calls (the pictures
+  // it loaded, its surfaces, ...), of the type `T` the family defines and
+  // the language never looks into; made at its first use.
+  template <class T>
+  T& family_memory() {
+    static const char key = 0;  // one per type T
+    for (auto& [owner, memory] : family_memory_) {
+      if (owner == &key) return static_cast<T&>(*memory);
+    }
+    family_memory_.emplace_back(&key, std::make_unique<T>());
+    return static_cast<T&>(*family_memory_.back().second);
+  }
 
   // The timers and the life time of an element, in frames. They belong to
   // the esemplare and stay here until that object exists.
@@ -223,6 +227,7 @@ class ProgramInstance : public ExpressionContext {
   mutable std::unordered_map<std::string, std::vector<int>, VariableNameHash, std::equal_to<>>
       index_;
   mutable size_t indexed_size_ = 0;
+  std::vector<std::pair<const void*, std::unique_ptr<FamilyMemory>>> family_memory_;
 };
 
 // The program of main_code_ctrl, or null when no program runs.

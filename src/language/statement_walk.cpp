@@ -193,6 +193,14 @@ void ProgramInstance::change_variable(ProgramInstance& table, int table_vlen, in
   }
 }
 
+namespace {
+constexpr FamilyFunction DEBUG_FUNCTIONS[] = {
+    {"debug", CallShape::Statement, [](ProgramInstance& p, int i) { p.debug_function(i); }},
+};
+}  // namespace
+
+const Family debug_family{"debug_function", NO_GUARD, NO_GUARD, DEBUG_FUNCTIONS};
+
 void ProgramInstance::debug_function(int j) {
   if (token_text(j) != "debug") return;
   std::string value = calculate_string(*this, token_text(j + 1));

@@ -48,6 +48,10 @@ struct Family {
   std::span<const FamilyFunction> functions;
 };
 
+// "debug EXPR", the walk's own statement, as a family: it has its place in
+// the order of the families.
+extern const Family debug_family;
+
 // The families that the walk calls, in the order of the calls. Programs
 // prepared before this see none.
 void install_families(std::span<const Family* const> families);

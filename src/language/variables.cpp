@@ -9,7 +9,7 @@
 #include "language/numeric_expression.h"
 #include "language/program_instance.h"
 #include "runtime/Code/Conversions.h"
-#include "runtime/Object/Variables.h"
+#include "runtime/Room/Variables.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "environment/editor_ctrl.h"
 #include "environment/rooms.h"
-#include "language/main_code_ctrl.h"
+#include "environment/main_code_ctrl.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"

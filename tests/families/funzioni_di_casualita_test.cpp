@@ -6,7 +6,7 @@
 #include <set>
 
 #include "language/numeric_expression.h"
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 #include "runtime/Function/Random.h"
 
 namespace {

@@ -59,15 +59,15 @@ TEST_F(DisegnoEsempi, Immagini) {
   EXPECT_TRUE(is(centre, 255, 215, 0) || is(centre, 255, 140, 0));
   EXPECT_TRUE(is(pixel(116, 317), 255, 140, 0));
   // The picture named by its path was loaded once more, and the missing one stands as the placeholder.
-  ASSERT_EQ(p.tot_mem_ris, 3);
-  EXPECT_EQ(p.mem_ris[1], "immagini/stella.png");
-  EXPECT_EQ(p.mem_ris_index[2], missing_image_sprite());
+  ASSERT_EQ(drawing_memory(p).tot_mem_ris, 3);
+  EXPECT_EQ(drawing_memory(p).mem_ris[1], "immagini/stella.png");
+  EXPECT_EQ(drawing_memory(p).mem_ris_index[2], missing_image_sprite());
 }
 
 TEST_F(DisegnoEsempi, Griglia) {
   ProgramInstance& p = example("griglia.txt");
-  EXPECT_TRUE(surface_exists(p.surf));
-  EXPECT_EQ(p.dimensione_griglia, 50);
+  EXPECT_TRUE(surface_exists(drawing_memory(p).surf));
+  EXPECT_EQ(drawing_memory(p).dimensione_griglia, 50);
   EXPECT_EQ(global("righelli"), 1);
   EXPECT_EQ(global("goniometro"), 1);
   EXPECT_EQ(stored(p, "differenza"), exact(0));  // the coral of the example is the colour word's

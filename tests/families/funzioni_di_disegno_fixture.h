@@ -13,7 +13,7 @@
 
 #include "families/funzioni_di_disegno.h"
 #include "language/numeric_expression.h"
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 #include "runtime/Font/Font.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Function/StringFunctions.h"
@@ -21,7 +21,7 @@
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Surfaces.h"
-#include "runtime/Object/Variables.h"
+#include "runtime/Room/Variables.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
 #include "runtime/Sprite/Sprite.h"

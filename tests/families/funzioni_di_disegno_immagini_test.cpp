@@ -38,10 +38,10 @@ TEST_F(DisegnoImmagini, APathWithoutExtensionIsCompletedLoadedOnceAndDrawnAtItsC
   EXPECT_TRUE(is_white(30, 50));
   EXPECT_TRUE(shows(110, 45, RED));
   // Both statements found the one picture, on both frames.
-  EXPECT_EQ(p.tot_mem_ris, 1);
-  EXPECT_EQ(p.mem_ris[0], "gatto.png");
+  EXPECT_EQ(drawing_memory(p).tot_mem_ris, 1);
+  EXPECT_EQ(drawing_memory(p).mem_ris[0], "gatto.png");
   EXPECT_EQ(global("tot_img_load"), 1);
-  EXPECT_EQ(sprite_get_width(p.mem_ris_index[0]), 20);
+  EXPECT_EQ(sprite_get_width(drawing_memory(p).mem_ris_index[0]), 20);
 }
 
 TEST_F(DisegnoImmagini, WhatCantBeHadIsThePlaceholderAndABadHandleDrawsNothing) {
@@ -58,9 +58,9 @@ TEST_F(DisegnoImmagini, WhatCantBeHadIsThePlaceholderAndABadHandleDrawsNothing) 
   EXPECT_TRUE(shows_placeholder(60, 10));
   EXPECT_TRUE(shows_placeholder(110, 10));
   EXPECT_TRUE(shows_placeholder(160, 10));
-  EXPECT_EQ(p.tot_mem_ris, 3);
+  EXPECT_EQ(drawing_memory(p).tot_mem_ris, 3);
   // A web address is remembered as written, and for now never fetched.
-  EXPECT_EQ(p.mem_ris[2], "internet/www.example.com/gatto.png");
+  EXPECT_EQ(drawing_memory(p).mem_ris[2], "internet/www.example.com/gatto.png");
 
   // A number that names no sprite draws nothing and never stops the run.
   clear_canvas();
@@ -84,7 +84,7 @@ TEST_F(DisegnoImmagini, BackslashesAndVariablesNameAPicture) {
   run_inizia(p);
   run_frame(p);
   EXPECT_TRUE(shows(15, 15, RED));
-  EXPECT_EQ(p.mem_ris[0], "immagini/strisce.png");
+  EXPECT_EQ(drawing_memory(p).mem_ris[0], "immagini/strisce.png");
 }
 
 TEST_F(DisegnoImmagini, ScaleTurnTintAlphaAndStretch) {
@@ -131,13 +131,13 @@ TEST_F(DisegnoImmagini, AnimationStepsOneCounterForAllPicturesOfTheInstance) {
   for (int frame = 0; frame < 4; ++frame) {
     clear_canvas();
     run_frame(p);
-    EXPECT_EQ(p.subimage_index, counter[frame]) << frame;
+    EXPECT_EQ(drawing_memory(p).subimage_index, counter[frame]) << frame;
     EXPECT_TRUE(shows(15, 15, expected[frame])) << frame;
   }
   // A picture named by its path has one frame: the default speed of 100 runs past it at once.
   ProgramInstance& q = run_one_frame("disegna immagine (X: 10, Y: 30, IMMAGINE: \"immagini/strisce\")");
-  EXPECT_EQ(q.subimage_index, 0);
-  EXPECT_EQ(sprite_get_number(q.mem_ris_index[0]), 1);
+  EXPECT_EQ(drawing_memory(q).subimage_index, 0);
+  EXPECT_EQ(sprite_get_number(drawing_memory(q).mem_ris_index[0]), 1);
   EXPECT_TRUE(shows(25, 35, BLUE));
 }
 
@@ -159,8 +159,8 @@ TEST_F(DisegnoImmagini, OttieniImmagineGivesAHandleOnceAndFotogrammaDrawsItsFram
   EXPECT_EQ(sprite_get_width(sprite), 10);
   EXPECT_EQ(sprite_get(sprite)->xorigin, 5);
   EXPECT_EQ(sprite_get(sprite)->yorigin, 0);
-  EXPECT_EQ(p.mem_ris[0], "\"immagini/strisce\"");
-  EXPECT_EQ(p.mem_ris_x[0], 5);
+  EXPECT_EQ(drawing_memory(p).mem_ris[0], "\"immagini/strisce\"");
+  EXPECT_EQ(drawing_memory(p).mem_ris_x[0], 5);
 
   run_frame(p);
   // Drawn with the origin 5 pixels in: the frame spans 95 to 104.
@@ -174,7 +174,7 @@ TEST_F(DisegnoImmagini, OttieniImmagineGivesAHandleOnceAndFotogrammaDrawsItsFram
   p.val[static_cast<size_t>(p.find_variable("strisce"))] = RValue::text("7");
   run_frame(p);
   EXPECT_EQ(stored(p, "strisce"), "7");
-  EXPECT_EQ(p.tot_mem_ris, 1);
+  EXPECT_EQ(drawing_memory(p).tot_mem_ris, 1);
   EXPECT_EQ(global("tot_img_load"), 1);
 }
 
@@ -191,7 +191,7 @@ TEST_F(DisegnoImmagini, OttieniImmagineRemovesTheBackgroundAndMissesToThePlaceho
   EXPECT_EQ(rgba[(9 * 20 + 0) * 4 + 3], 0);
   EXPECT_EQ(rgba[(0 * 20 + 0) * 4 + 3], 255);
   for (const char* missing : {"m", "n", "w"}) EXPECT_EQ(number(p, missing), missing_image_sprite()) << missing;
-  EXPECT_EQ(p.tot_mem_ris, 4);
+  EXPECT_EQ(drawing_memory(p).tot_mem_ris, 4);
   EXPECT_EQ(global("tot_img_load"), 4);
 }
 

@@ -1,5 +1,5 @@
 // funzioni_logiche: the negation by the runtime's rule of truth, in the short form.
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 
 namespace {
 

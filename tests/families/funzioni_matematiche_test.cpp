@@ -1,6 +1,6 @@
 // funzioni_matematiche: each function's result, keys and defaults, and the
 // number form it is stored in; the division checks and their message.
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 #include "runtime/Function/StringFunctions.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // funzioni_sulle_stringhe: what each function does with the quotes and the
 // placeholders of its text, its positions, its defaults, and the slots
 // without a default that keep what an earlier call left.
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 
 namespace {
 

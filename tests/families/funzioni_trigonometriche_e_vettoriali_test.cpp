@@ -5,7 +5,7 @@
 #include <numbers>
 
 #include "language/numeric_expression.h"
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 
 namespace {
 

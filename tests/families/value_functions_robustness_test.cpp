@@ -2,8 +2,9 @@
 // may write: words, empty and odd texts, quotes, placeholders, huge
 // numbers. Nothing may throw or hang, and where a function takes numbers a
 // text counts as 0.
+#include "families/families.h"
 #include "families/funzioni_di_casualita.h"
-#include "language/program_fixture.h"
+#include "support/program_fixture.h"
 
 namespace {
 

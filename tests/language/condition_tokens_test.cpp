@@ -1,6 +1,6 @@
 #include <random>
 
-#include "program_fixture.h"
+#include "support/program_fixture.h"
 #include "runtime/Code/Error.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "language/marks.h"
 #include "language/numeric_expression.h"
 #include "language/text_edit.h"
-#include "program_fixture.h"
+#include "support/program_fixture.h"
 
 namespace {
 

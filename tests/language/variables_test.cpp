@@ -3,7 +3,7 @@
 #include <set>
 
 #include "language/numeric_expression.h"
-#include "program_fixture.h"
+#include "support/program_fixture.h"
 #include "runtime/Function/Random.h"
 
 namespace {

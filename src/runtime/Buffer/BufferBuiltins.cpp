@@ -2,7 +2,7 @@
 // with the getters and hands them to the function of the same name.
 #include "runtime/Buffer/Buffer.h"
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 
 RefArray* RefArray::make(int32_t length, uintptr_t owner) {
   auto* a = new RefArray{nullptr, owner, 0, 0, 0, 0};

@@ -1,7 +1,7 @@
 // The value built-ins by name: real, bool, string, is_string.
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Extension/LibraryCallbacks.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Platform/SharedLibrary.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cstdarg>
 
-#include "runtime/Run/AsyncQueue.h"
+#include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <unordered_map>
 
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Platform/Window.h"
 
 namespace {

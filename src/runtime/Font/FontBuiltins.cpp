@@ -5,7 +5,7 @@
 #include "runtime/Font/Font.h"
 #include "runtime/Font/TextLayout.h"
 #include "runtime/Font/TextState.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Support/AssetIndex.h"
 
 namespace {

@@ -8,10 +8,10 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Platform/Headless.h"
-#include "runtime/Run/AsyncQueue.h"
+#include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
 
 namespace {
@@ -48,6 +48,10 @@ BUILTIN_ADAPTER(show_question_async) { result = RValue::number(show_question_asy
 BUILTIN_ADAPTER(show_debug_message) { show_debug_message(args[0]); }
 
 }  // namespace
+
+void show_messages_on_streams(std::FILE* messages, std::FILE* errors) {
+  platform::set_dialogs(platform::make_headless_dialogs(messages, errors));
+}
 
 void show_message(const RValue& v) { platform::dialogs().message(DIALOG_TITLE, value_to_text(v)); }
 

@@ -7,6 +7,8 @@
 // "result". In a headless run every dialog is printed and answered at once.
 #pragma once
 
+#include <cstdio>
+
 #include "runtime/Code/RValue.h"
 
 // The title of the message boxes: the game's display name.
@@ -24,3 +26,7 @@ int show_message_async(const RValue& v);
 int show_question_async(const RValue& v);
 // Writes the text form of `v` and a newline to the debug stream.
 void show_debug_message(const RValue& v);
+// From now on messages are written to `messages` and errors to `errors`, each
+// followed by an empty line, and every question takes its default answer:
+// for command-line tools that have nobody to click a box.
+void show_messages_on_streams(std::FILE* messages, std::FILE* errors);

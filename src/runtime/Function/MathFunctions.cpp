@@ -12,7 +12,7 @@
 #include "runtime/Code/Error.h"
 #include "runtime/Code/Operators.h"
 #include "runtime/Function/Random.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Platform/Clock.h"
 
 namespace rt {

@@ -17,7 +17,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Function/CharCursor.h"
 #include "runtime/Function/Sha1.h"
 #include "runtime/Function/Utf8.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Graphics/DrawState.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"

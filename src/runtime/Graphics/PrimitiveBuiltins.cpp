@@ -1,6 +1,6 @@
 // The shapes by name, for calls from scripts and the families.
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Graphics/Primitives.h"
 
 namespace {

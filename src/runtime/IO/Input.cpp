@@ -5,6 +5,8 @@
 #include <bitset>
 #include <cstddef>
 
+#include "runtime/Platform/Window.h"
+
 namespace {
 
 // A bank of on/off inputs (keys, or mouse buttons) and their frame state.
@@ -204,4 +206,21 @@ bool mouse_check_button_pressed(int button) {
 }
 bool mouse_check_button_released(int button) {
   return check(button, MOUSE_NONE, MOUSE_ANY, mouse_button_released, any_mouse_button_released);
+}
+
+namespace {
+
+struct WindowInput final : platform::InputListener {
+  void key(int code, bool down) override { input_key_event(code, down); }
+  void text(const char* utf8) override { input_text(utf8); }
+  void mouse_move(int x, int y) override { input_mouse_move(x, y); }
+  void mouse_button(int button, bool down) override { input_mouse_button_event(button, down); }
+  void wheel(int dy) override { input_wheel(dy); }
+};
+
+}  // namespace
+
+platform::InputListener& input_from_window() {
+  static WindowInput listener;
+  return listener;
 }

@@ -1,6 +1,6 @@
 // The input built-ins by name, over the input state of the frame.
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/IO/Input.h"
 
 namespace {

@@ -1,6 +1,10 @@
 // The system clipboard (an in-process one in headless runs).
 #pragma once
 
+#ifdef VELANT_ABOVE_RUNTIME
+#error "the layers above the runtime reach the platform through the runtime's functions"
+#endif
+
 #include <string>
 
 namespace platform {

@@ -2,6 +2,10 @@
 // headless run, text on the standard streams with the default answer taken.
 #pragma once
 
+#ifdef VELANT_ABOVE_RUNTIME
+#error "the layers above the runtime reach the platform through the runtime's functions"
+#endif
+
 #include <cstdio>
 #include <memory>
 #include <string>

@@ -2,6 +2,10 @@
 // VELANT_HEADLESS in the environment (tests set it).
 #pragma once
 
+#ifdef VELANT_ABOVE_RUNTIME
+#error "the layers above the runtime reach the platform through the runtime's functions"
+#endif
+
 namespace platform {
 
 bool headless();

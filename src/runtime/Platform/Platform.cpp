@@ -8,6 +8,7 @@
 #include "runtime/Platform/Clipboard.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Platform/Headless.h"
+#include "runtime/Platform/Log.h"
 
 namespace platform {
 namespace {
@@ -16,6 +17,7 @@ int g_headless = -1;  // -1: not decided yet
 std::unique_ptr<Dialogs> g_dialogs;
 std::mutex g_dialogs_mutex;  // asynchronous dialogs reach for them from worker threads
 std::string g_clipboard;  // the headless clipboard
+void (*g_log)(const std::string&) = nullptr;
 
 }  // namespace
 
@@ -28,6 +30,12 @@ bool headless() {
 }
 
 void set_headless(bool value) { g_headless = value; }
+
+void set_log(void (*write_line)(const std::string& text)) { g_log = write_line; }
+
+void log(const std::string& text) {
+  if (g_log) g_log(text);
+}
 
 Dialogs& dialogs() {
   std::lock_guard lock(g_dialogs_mutex);

@@ -2,6 +2,10 @@
 // and say why an open failed. The external function table is built on this.
 #pragma once
 
+#ifdef VELANT_ABOVE_RUNTIME
+#error "the layers above the runtime reach the platform through the runtime's functions"
+#endif
+
 #include <string>
 
 namespace platform {

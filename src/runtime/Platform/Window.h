@@ -2,15 +2,20 @@
 // through SDL2, or, in a headless run, a window that only keeps its state
 // and draws into a hidden offscreen surface when the system has one.
 //
-// poll_events hands keys, buttons, mouse motion, wheel and text to the input
-// state (runtime/IO/Input.h) and notes here what concerns the window itself:
-// a close request, a resize by the user, a change of focus.
+// poll_events hands keys, buttons, mouse motion, wheel and text to the
+// listener it is given (the runtime's input state) and notes here what
+// concerns the window itself: a close request, a resize by the user, a
+// change of focus.
 //
 // Close requests. Normally a click on the close button ends the program:
 // should_quit turns true. A screen that must stop, save or ask first holds
 // the close back with hold_close(true); then the click doesn't end anything
 // but is reported once, by take_close_request.
 #pragma once
+
+#ifdef VELANT_ABOVE_RUNTIME
+#error "the layers above the runtime reach the platform through the runtime's functions"
+#endif
 
 #include <memory>
 #include <string>
@@ -33,6 +38,19 @@ struct WindowSize {
 struct WindowPosition {
   int x = 0;
   int y = 0;
+};
+
+// What the user does with keys, buttons, mouse and wheel, in the runtime's
+// codes: key codes as the runtime counts them, buttons 1 left, 2 right,
+// 3 middle, window coordinates, text as UTF-8.
+class InputListener {
+ public:
+  virtual ~InputListener() = default;
+  virtual void key(int code, bool down) = 0;
+  virtual void text(const char* utf8) = 0;
+  virtual void mouse_move(int x, int y) = 0;
+  virtual void mouse_button(int button, bool down) = 0;
+  virtual void wheel(int dy) = 0;
 };
 
 // The system's pointer shapes that a window can show.
@@ -70,9 +88,9 @@ class Window {
   // Size of the main display in pixels.
   virtual WindowSize display_size() const = 0;
 
-  // Takes the window system's pending events: input goes to the input
-  // state, close, resize and focus are noted here.
-  virtual void poll_events() = 0;
+  // Takes the window system's pending events: input goes to `input`,
+  // close, resize and focus are noted here.
+  virtual void poll_events(InputListener& input) = 0;
   // Shows what was drawn into the context since the last swap.
   virtual void swap() = 0;
   // The OpenGL context exists and is current on this thread.

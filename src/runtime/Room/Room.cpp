@@ -6,7 +6,7 @@
 
 #include "runtime/Code/Error.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Run/Events.h"
+#include "runtime/Room/Events.h"
 
 namespace {
 

@@ -15,15 +15,17 @@
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Surfaces.h"
+#include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Platform/SharedLibrary.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Clock.h"
 #include "runtime/Platform/Headless.h"
+#include "runtime/Platform/Log.h"
 #include "runtime/Platform/Window.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Run/Frame.h"
-#include "runtime/Run/FrameState.h"
+#include "runtime/Room/FrameState.h"
 
 namespace {
 
@@ -87,7 +89,7 @@ bool run_game(const RuntimeOptions& options, const std::function<void()>& setup_
   window.create(first ? first->width : 1024, first ? first->height : 768, "Velant", {});
   debug_line("Init Graphics\n");
   debug_line("IO Init\n");
-  window.poll_events();
+  window.poll_events(input_from_window());
   debug_line("Process Messages\n");
   if (!options.headless) {
     debug_line("Splash!\n");
@@ -119,7 +121,7 @@ bool run_game(const RuntimeOptions& options, const std::function<void()>& setup_
   bool restart = false;
   for (;;) {
     const int64_t frame_start = platform::clock_microseconds();
-    window.poll_events();
+    window.poll_events(input_from_window());
     if (window.should_quit()) {
       debug_line("###game_end###254\n");
       break;
@@ -210,6 +212,7 @@ int runtime_run(const RuntimeOptions& options, const std::function<void()>& setu
   if (!options.debug_output.empty()) debug_file = std::fopen(options.debug_output.c_str(), "w");
   set_debug_output_file(debug_file ? debug_file : (options.output_debug_string ? stderr : nullptr));
   platform::set_headless(options.headless);
+  platform::set_log(debug_output);
   platform::clock_start();
   unpack_folder_files();
   platform::make_window(options.headless);

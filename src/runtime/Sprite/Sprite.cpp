@@ -6,7 +6,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Support/AssetIndex.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 
 namespace {
 

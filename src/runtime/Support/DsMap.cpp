@@ -10,7 +10,7 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Run/AsyncQueue.h"
+#include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
 #include "support/Fatal.h"
 

@@ -13,7 +13,7 @@
 #include "runtime/Code/Error.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Platform/Headless.h"
-#include "runtime/Run/AsyncQueue.h"
+#include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
 #include "support/Fatal.h"
 

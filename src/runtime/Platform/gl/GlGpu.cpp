@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "runtime/Code/Error.h"
+#include "runtime/Platform/Log.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
 #include "runtime/Platform/gl/GlFunctions.h"
@@ -126,7 +126,7 @@ class GlGpu final : public Gpu {
     ++generation_;
     textures_.clear();
     usable_ = gl::load_functions(f_) && make_pipeline();
-    if (!usable_) debug_output("Graphics: the OpenGL context lacks what drawing needs; nothing will be drawn\n");
+    if (!usable_) log("Graphics: the OpenGL context lacks what drawing needs; nothing will be drawn\n");
     return usable_;
   }
 

@@ -40,7 +40,7 @@ class HeadlessWindow final : public Window {
   // Without a display the window is its own screen.
   WindowSize display_size() const override { return size_; }
   // Input of a headless run comes from whoever feeds the input state.
-  void poll_events() override {}
+  void poll_events(InputListener&) override {}
 
   void swap() override {
     if (surface_) surface_->swap();

@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-#include "runtime/IO/Input.h"
+#include "runtime/Platform/KeyCodes.h"
 #include "runtime/Platform/Window.h"
 
 namespace platform {
@@ -192,9 +192,9 @@ class SdlWindow final : public Window {
     return {mode.w, mode.h};
   }
 
-  void poll_events() override {
+  void poll_events(InputListener& input) override {
     SDL_Event event;
-    while (SDL_PollEvent(&event)) handle(event);
+    while (SDL_PollEvent(&event)) handle(event, input);
   }
 
   void swap() override {
@@ -221,21 +221,21 @@ class SdlWindow final : public Window {
     SDL_ShowWindow(window_);
   }
 
-  void handle(const SDL_Event& event) {
+  void handle(const SDL_Event& event, InputListener& input) {
     switch (event.type) {
       case SDL_QUIT: note_quit(); break;
       case SDL_WINDOWEVENT: handle_window(event.window); break;
       case SDL_KEYDOWN:
-      case SDL_KEYUP: input_key_event(key_code_from_sdl(event.key.keysym.sym), event.type == SDL_KEYDOWN); break;
-      case SDL_TEXTINPUT: input_text(event.text.text); break;
-      case SDL_MOUSEMOTION: input_mouse_move(event.motion.x, event.motion.y); break;
+      case SDL_KEYUP: input.key(key_code_from_sdl(event.key.keysym.sym), event.type == SDL_KEYDOWN); break;
+      case SDL_TEXTINPUT: input.text(event.text.text); break;
+      case SDL_MOUSEMOTION: input.mouse_move(event.motion.x, event.motion.y); break;
       case SDL_MOUSEBUTTONDOWN:
       case SDL_MOUSEBUTTONUP:
-        input_mouse_move(event.button.x, event.button.y);
-        input_mouse_button_event(mouse_button_from_sdl(event.button.button), event.type == SDL_MOUSEBUTTONDOWN);
+        input.mouse_move(event.button.x, event.button.y);
+        input.mouse_button(mouse_button_from_sdl(event.button.button), event.type == SDL_MOUSEBUTTONDOWN);
         break;
       case SDL_MOUSEWHEEL:
-        input_wheel(event.wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -event.wheel.y : event.wheel.y);
+        input.wheel(event.wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -event.wheel.y : event.wheel.y);
         break;
       default: break;
     }

@@ -1,4 +1,4 @@
-#include "runtime/Object/Variables.h"
+#include "runtime/Room/Variables.h"
 
 #include <unordered_map>
 #include <vector>
@@ -7,7 +7,7 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Object/With.h"
+#include "runtime/Room/With.h"
 #include "runtime/Room/Room.h"
 
 namespace {

@@ -12,7 +12,6 @@
 #include <string>
 #include <vector>
 
-#include "families/families.h"
 #include "language/program_instance.h"
 #include "language/sound_assets.h"
 #include "language/tokenization.h"
@@ -31,7 +30,6 @@ class ProgramTest : public ::testing::Test {
   void SetUp() override {
     register_runtime_builtins();
     register_language_sounds();
-    register_families();
     rooms_clear();
     objects_clear();
     input_reset();

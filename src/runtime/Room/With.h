@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "runtime/Object/Instance.h"
-#include "runtime/Run/Events.h"
+#include "runtime/Room/Events.h"
 
 // `self` and `other` of the code that runs now.
 CInstance* current_self();

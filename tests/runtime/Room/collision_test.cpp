@@ -1,4 +1,4 @@
-#include "runtime/Object/Collision.h"
+#include "runtime/Room/Collision.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
-#include "runtime/Run/Events.h"
+#include "runtime/Room/Events.h"
 #include "runtime/Sprite/Sprite.h"
 #include "runtime/Support/AssetIndex.h"
 #include "support/Fatal.h"

@@ -1,4 +1,4 @@
-#include "runtime/Object/With.h"
+#include "runtime/Room/With.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include "runtime/Code/Array.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Object/Variables.h"
+#include "runtime/Room/Variables.h"
 #include "runtime/Room/Room.h"
 #include "support/Fatal.h"
 

@@ -1,9 +1,11 @@
-#include "language/main_code_ctrl.h"
+#include "environment/main_code_ctrl.h"
 
 #include <cmath>
 #include <functional>
 #include <string>
 
+#include "families/funzioni_di_casualita.h"
+#include "families/funzioni_di_disegno.h"
 #include "language/error_frame.h"
 #include "language/measuring_aids.h"
 #include "language/numeric_expression.h"
@@ -20,15 +22,13 @@
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Graphics/TextDrawing.h"
 #include "runtime/IO/Input.h"
+#include "runtime/IO/WindowFunctions.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Object/Variables.h"
-#include "runtime/Platform/Window.h"
+#include "runtime/Room/Variables.h"
 #include "runtime/Room/Room.h"
-#include "runtime/Run/FrameState.h"
+#include "runtime/Room/FrameState.h"
 
 namespace {
-
-RunHooks g_hooks;
 
 std::vector<std::pair<std::string, std::string>>& run_variables() {
   static std::vector<std::pair<std::string, std::string>> variables;
@@ -54,8 +54,6 @@ void go_to_editor() {
 
 }  // namespace
 
-void set_run_hooks(const RunHooks& hooks) { g_hooks = hooks; }
-
 const std::vector<std::pair<std::string, std::string>>& last_run_variables() { return run_variables(); }
 
 MainCodeCtrl::MainCodeCtrl(float x, float y, int32_t id, int32_t object)
@@ -75,7 +73,8 @@ void MainCodeCtrl::create() {
     room->background_colour = 32896;
   }
   set_circle_precision(64);
-  if (g_hooks.start) g_hooks.start(p);
+  // Every run begins with chance from the same seed.
+  ripristina_casualita_di_avvio();
   if (tokenization(p.program, WORKING_DIRECTORY) == TokenizationResult::DivisionByZero) {
     // Its messages have been shown; the start goes on, and the run ends
     // at the end of this frame, before "INIZIA".
@@ -87,10 +86,9 @@ void MainCodeCtrl::create() {
   p.mem_function(0, p.program.totale_tok);
   alarm[0] = 1;
   time = step_count = 0;
-  if (g_hooks.draw_grid) g_hooks.draw_grid(p);
+  drawing_run_start(p);
   // A click on the close button ends the run, not the environment.
   window_command_hook(WINDOW_COMMAND_CLOSE);
-  p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
 }
 
 void MainCodeCtrl::guarded(const std::function<void()>& work) {
@@ -110,7 +108,7 @@ void MainCodeCtrl::alarm_0() { run_block(program_->program.INIZIA, program_->pro
 void MainCodeCtrl::step() {
   ProgramInstance& p = *program_;
   if (window_command_check(WINDOW_COMMAND_CLOSE)) return go_to_editor();
-  if (!surface_exists(p.timbri)) p.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+  keep_stamps_surface(p);
   ++step_count;
   // "timer 1" to "timer 8" count seconds down to 0.
   for (int n = 1; n <= 8; ++n) {
@@ -125,17 +123,12 @@ void MainCodeCtrl::step() {
   }
 }
 
-void MainCodeCtrl::draw_begin() {
-  if (program_->griglia_visibile == 1 && !surface_exists(program_->surf) && g_hooks.draw_grid) {
-    g_hooks.draw_grid(*program_);
-  }
-}
+void MainCodeCtrl::draw_begin() { keep_grid_picture(*program_); }
 
 void MainCodeCtrl::draw() {
   ProgramInstance& p = *program_;
   draw_set_font(-1);
-  // The grid lies on the freshly cleared canvas: the same picture in every frame.
-  if (p.griglia_visibile == 1 && surface_exists(p.surf)) draw_surface_over_clear(p.surf);
+  draw_grid_picture(p);
   if (++time > 1) run_block(p.program.DISEGNA, p.program.totale_tok);
   if (Room* room = current_room()) {
     room->width = static_cast<int32_t>(p.larghezza_finestra);
@@ -143,13 +136,12 @@ void MainCodeCtrl::draw() {
     room->background_colour = static_cast<uint32_t>(p.colore_sfondo) & 0xFFFFFF;
   }
   draw_line_colour(p.larghezza_finestra, 0, p.larghezza_finestra, p.altezza_finestra, 255, 255);
-  platform::Window& window = platform::window();
   if (fullscreen == 0) {
-    window.set_size(static_cast<int>(p.larghezza_finestra), static_cast<int>(p.altezza_finestra));
+    window_set_size(static_cast<int>(p.larghezza_finestra), static_cast<int>(p.altezza_finestra));
   } else {
-    window.set_fullscreen(true);
+    window_set_fullscreen(true);
   }
-  if (!p.nome_finestra.empty() && window.caption() != p.nome_finestra) window.set_caption(p.nome_finestra);
+  if (!p.nome_finestra.empty() && window_get_caption() != p.nome_finestra) window_set_caption(p.nome_finestra);
 }
 
 void MainCodeCtrl::draw_end() {
@@ -188,7 +180,7 @@ void MainCodeCtrl::draw_end() {
     draw_set_halign(0);
     if (++restart_time > 1) room_restart();
   }
-  if (surface_exists(p.timbri)) draw_surface(p.timbri, 0, 0);
+  draw_stamps(p);
   const double mx = mouse_x(), my = mouse_y();
   if (global_number("righelli") > 0.5) draw_rulers(p.larghezza_finestra, p.altezza_finestra, mx, my);
   if (global_number("goniometro") > 0.5) {
@@ -202,11 +194,11 @@ void MainCodeCtrl::draw_end() {
 
 void MainCodeCtrl::draw_gui_end() {
   if (global_number("attenua_colori") != 1) return;
-  const platform::WindowSize size = platform::window().size();
+  const int window_width = window_get_width(), window_height = window_get_height();
   const double colour = make_colour_hsv(35, 200, 200);
   const double alpha = draw_state().alpha;
   draw_state().alpha = 0.25;
-  draw_rectangle_colour(0, 0, size.width, size.height, colour, colour, colour, colour, false);
+  draw_rectangle_colour(0, 0, window_width, window_height, colour, colour, colour, colour, false);
   draw_state().alpha = alpha;
 }
 
@@ -217,9 +209,7 @@ void MainCodeCtrl::room_end() {
   for (int k = 0; k < p.vari_size && static_cast<size_t>(k) < p.val.size(); ++k) {
     variables.emplace_back(value_to_text(p.vari[static_cast<size_t>(k)]), value_to_text(p.val[static_cast<size_t>(k)]));
   }
-  if (g_hooks.end) g_hooks.end(*program_);
-  surface_free(program_->surf);
-  surface_free(program_->timbri);
+  drawing_run_end(*program_);
   if (main_program() == program_.get()) set_main_program(nullptr);
 }
 

@@ -1,5 +1,6 @@
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
+#include "runtime/IO/WindowFunctions.h"
 
 void register_runtime_builtins() {
   static bool done = false;
@@ -15,6 +16,7 @@ void register_runtime_builtins() {
   register_asset_builtins();
   register_ds_map_builtins();
   register_input_builtins();
+  register_window_builtins();
   register_instance_builtins();
   register_sprite_builtins();
   register_collision_builtins();

@@ -1,4 +1,4 @@
-#include "runtime/Object/With.h"
+#include "runtime/Room/With.h"
 
 #include <algorithm>
 

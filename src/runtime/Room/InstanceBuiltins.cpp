@@ -6,12 +6,12 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
-#include "runtime/Function/Registration.h"
+#include "runtime/Code/Registration.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Object/Variables.h"
-#include "runtime/Object/With.h"
+#include "runtime/Room/Variables.h"
+#include "runtime/Room/With.h"
 #include "runtime/Room/Room.h"
-#include "runtime/Run/Events.h"
+#include "runtime/Room/Events.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 // shape covers a pixel when the pixel's centre lies inside it; precise
 // masks are sampled at the centres of the room pixels, mapped back through
 // the instance's position, angle, scale and origin into the sprite.
-#include "runtime/Object/Collision.h"
+#include "runtime/Room/Collision.h"
 
 #include <algorithm>
 #include <cmath>

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
-#include "runtime/Function/Registration.h"
-#include "runtime/Object/Collision.h"
-#include "runtime/Object/With.h"
+#include "runtime/Code/Registration.h"
+#include "runtime/Room/Collision.h"
+#include "runtime/Room/With.h"
 #include "runtime/Support/AssetIndex.h"
 
 namespace {

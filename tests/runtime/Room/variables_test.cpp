@@ -1,4 +1,4 @@
-#include "runtime/Object/Variables.h"
+#include "runtime/Room/Variables.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +11,8 @@
 #include "runtime/Code/Operators.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
-#include "runtime/Run/Events.h"
-#include "runtime/Run/FrameState.h"
+#include "runtime/Room/Events.h"
+#include "runtime/Room/FrameState.h"
 #include "runtime/Sprite/Sprite.h"
 #include "support/Fatal.h"
 

@@ -55,14 +55,5 @@ class MainCodeCtrl : public CInstance {
 // Registers main_code_ctrl; returns its object index.
 int32_t define_main_code_ctrl();
 
-// What the families do around a run, which the application hands in since
-// the families stand above the language.
-struct RunHooks {
-  void (*start)(ProgramInstance& program) = nullptr;      // with each run: the seeded chance
-  void (*draw_grid)(ProgramInstance& program) = nullptr;  // the grid picture into the program's surface
-  void (*end)(ProgramInstance& program) = nullptr;        // at the run's end: the pictures it loaded go
-};
-void set_run_hooks(const RunHooks& hooks);
-
 // The variable table of the last run, as it stood when the run ended: names and value texts in table order.
 const std::vector<std::pair<std::string, std::string>>& last_run_variables();

@@ -1,6 +1,6 @@
 // The asynchronous queue: a list under its own lock, so that a worker never
 // waits for the frame loop longer than one append.
-#include "runtime/Run/AsyncQueue.h"
+#include "runtime/Support/AsyncQueue.h"
 
 #include <mutex>
 

@@ -1,4 +1,4 @@
-#include "runtime/Run/Events.h"
+#include "runtime/Room/Events.h"
 
 #include "runtime/Code/Error.h"
 #include "runtime/Object/Objects.h"
