@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "language/numeric_expression.h"
-#include "language/string_expression.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/string_expression.h"
 #include "running_program.h"
 
 namespace {

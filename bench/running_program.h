@@ -10,9 +10,9 @@
 #include <string>
 
 #include "families/families.h"
-#include "language/program_instance.h"
-#include "language/sound_assets.h"
-#include "language/tokenization.h"
+#include "language/evaluation/program_instance.h"
+#include "language/tokenizer/sound_assets.h"
+#include "language/tokenizer/tokenization.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "families/family_contract.h"
-#include "language/numeric_expression.h"
+#include "language/evaluation/numeric_expression.h"
 #include "running_program.h"
 
 namespace {

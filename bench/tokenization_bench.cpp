@@ -7,8 +7,8 @@
 #include <sstream>
 #include <unistd.h>
 
-#include "language/sound_assets.h"
-#include "language/tokenization.h"
+#include "language/tokenizer/sound_assets.h"
+#include "language/tokenizer/tokenization.h"
 #include "runtime/Code/Builtins.h"
 
 namespace {

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 #include "runtime/Object/Instance.h"
 
 class MainCodeCtrl : public CInstance {

@@ -3,8 +3,8 @@
 #include "environment/editor_ctrl.h"
 #include "families/families.h"
 #include "environment/main_code_ctrl.h"
-#include "language/run_end.h"
-#include "language/sound_assets.h"
+#include "language/evaluation/run_end.h"
+#include "language/tokenizer/sound_assets.h"
 #include "runtime/Room/Room.h"
 
 namespace {

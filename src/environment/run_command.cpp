@@ -10,7 +10,7 @@
 
 #include "environment/commands.h"
 #include "environment/rooms.h"
-#include "language/error_frame.h"
+#include "language/evaluation/error_frame.h"
 #include "environment/main_code_ctrl.h"
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Screen.h"

@@ -2,8 +2,8 @@
 #include <fstream>
 
 #include "environment/commands.h"
-#include "language/sound_assets.h"
-#include "language/tokenization.h"
+#include "language/tokenizer/sound_assets.h"
+#include "language/tokenizer/tokenization.h"
 #include "runtime/Function/DialogFunctions.h"
 
 int tokens_command(int argc, char** argv) {

@@ -6,7 +6,7 @@
 
 #include <span>
 
-#include "language/statement_walk.h"
+#include "language/walk/statement_walk.h"
 
 // Guards shared by several families.
 inline constexpr FamilyGuard OTTIENI_GUARD{"ottieni", false, true};  // value functions only

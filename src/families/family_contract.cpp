@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "language/numeric_expression.h"
-#include "language/program_instance.h"
-#include "language/text_edit.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/program_instance.h"
+#include "language/tokenizer/text_edit.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/StringFunctions.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "language/statement_walk.h"
+#include "language/walk/statement_walk.h"
 #include "runtime/Code/RValue.h"
 
 class ProgramInstance;

@@ -8,7 +8,7 @@
 
 #include "families/families.h"
 #include "families/value_function.h"
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/Random.h"
 

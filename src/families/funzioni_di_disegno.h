@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 
 // What the drawing functions keep for one program between calls: the
 // pictures loaded, by the path as written (mem_ris) with their sprite and

@@ -12,7 +12,7 @@
 #include "families/funzioni_di_disegno.h"
 #include "families/funzioni_di_disegno_condivise.h"
 #include "families/value_function.h"
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Graphics/DrawState.h"

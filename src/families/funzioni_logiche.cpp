@@ -1,7 +1,7 @@
 // funzioni_logiche: truth values of numbers and texts.
 #include "families/families.h"
 #include "families/value_function.h"
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 #include "runtime/Code/Conversions.h"
 
 namespace {

@@ -9,9 +9,9 @@
 
 #include "families/families.h"
 #include "families/value_function.h"
-#include "language/numeric_expression.h"
-#include "language/program_instance.h"
-#include "language/string_expression.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/program_instance.h"
+#include "language/evaluation/string_expression.h"
 #include "runtime/Code/Operators.h"
 #include "runtime/Function/DialogFunctions.h"
 #include "runtime/Function/MathFunctions.h"

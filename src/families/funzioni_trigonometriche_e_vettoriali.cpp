@@ -9,7 +9,7 @@
 
 #include "families/families.h"
 #include "families/value_function.h"
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 #include "runtime/Code/Operators.h"
 #include "runtime/Function/MathFunctions.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "language/program_instance.h"
+#include "language/evaluation/program_instance.h"
 #include "runtime/Code/Conversions.h"
 
 double slot_number(ProgramInstance& p, int slot) { return argument_number(p, p.call.args[static_cast<size_t>(slot)]); }

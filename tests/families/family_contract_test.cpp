@@ -4,7 +4,7 @@
 #include "families/family_contract.h"
 
 #include "families/families.h"
-#include "language/numeric_expression.h"
+#include "language/evaluation/numeric_expression.h"
 #include "support/program_fixture.h"
 #include "runtime/Code/Conversions.h"
 

@@ -5,7 +5,7 @@
 
 #include <set>
 
-#include "language/numeric_expression.h"
+#include "language/evaluation/numeric_expression.h"
 #include "support/program_fixture.h"
 #include "runtime/Function/Random.h"
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "families/funzioni_di_disegno.h"
-#include "language/numeric_expression.h"
+#include "language/evaluation/numeric_expression.h"
 #include "support/program_fixture.h"
 #include "runtime/Font/Font.h"
 #include "runtime/Font/TextState.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "language/numeric_expression.h"
+#include "language/evaluation/numeric_expression.h"
 #include "support/program_fixture.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "language/condition_formula.h"
+#include "language/evaluation/condition_formula.h"
 #include "runtime/Code/Builtins.h"
 
 namespace {

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "language/condition_formula.h"
-#include "language/error_frame.h"
-#include "language/numeric_expression.h"
-#include "language/sound_assets.h"
-#include "language/string_expression.h"
+#include "language/evaluation/condition_formula.h"
+#include "language/evaluation/error_frame.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/tokenizer/sound_assets.h"
+#include "language/evaluation/string_expression.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/StringFunctions.h"

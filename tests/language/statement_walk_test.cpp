@@ -1,8 +1,8 @@
 // The statement walk over whole programs: tokens, the variable table and
 // the blocks "INIZIA" and "CICLO CONTINUO" run as a run runs them.
-#include "language/marks.h"
-#include "language/numeric_expression.h"
-#include "language/text_edit.h"
+#include "language/tokenizer/marks.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/tokenizer/text_edit.h"
 #include "support/program_fixture.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "language/chr_to_ord.h"
-#include "language/constant_tables.h"
-#include "language/keyword_table.h"
+#include "language/tokenizer/chr_to_ord.h"
+#include "language/tokenizer/constant_tables.h"
+#include "language/tokenizer/keyword_table.h"
 
 namespace {
 

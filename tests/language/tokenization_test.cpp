@@ -4,11 +4,11 @@
 #include <fstream>
 #include <random>
 
-#include "language/sound_assets.h"
-#include "language/token_cut.h"
-#include "language/tokenization.h"
-#include "language/tokenizer.h"
-#include "language/text_edit.h"
+#include "language/tokenizer/sound_assets.h"
+#include "language/tokenizer/token_cut.h"
+#include "language/tokenizer/tokenization.h"
+#include "language/tokenizer/tokenizer.h"
+#include "language/tokenizer/text_edit.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Platform/Dialogs.h"
 #include "support/MessageRecorder.h"

@@ -2,7 +2,7 @@
 #include <random>
 #include <set>
 
-#include "language/numeric_expression.h"
+#include "language/evaluation/numeric_expression.h"
 #include "support/program_fixture.h"
 #include "runtime/Function/Random.h"
 

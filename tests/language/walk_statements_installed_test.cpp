@@ -2,7 +2,7 @@
 // and no family of functions: the language is tested on its own.
 #include <gtest/gtest.h>
 
-#include "language/statement_walk.h"
+#include "language/walk/statement_walk.h"
 
 namespace {
 

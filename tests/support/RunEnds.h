@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "language/run_end.h"
+#include "language/evaluation/run_end.h"
 
 inline std::vector<RunEnd>& run_ends() {
   static std::vector<RunEnd> ends;

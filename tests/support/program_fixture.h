@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "language/program_instance.h"
-#include "language/sound_assets.h"
-#include "language/tokenization.h"
+#include "language/evaluation/program_instance.h"
+#include "language/tokenizer/sound_assets.h"
+#include "language/tokenizer/tokenization.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"

@@ -1,0 +1,209 @@
+// The statement walk: the program runs straight off its token array, from
+// left to right, and at each position that can start a statement it tries
+// everything it knows. Blocks are switched on and off by marks in the
+// tokens (blocks.cpp), so the walk itself never jumps.
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "language/tokenizer/marks.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/program_instance.h"
+#include "language/walk/statement_walk.h"
+#include "language/tokenizer/text_edit.h"
+#include "runtime/Code/Conversions.h"
+#include "runtime/Function/DialogFunctions.h"
+
+namespace {
+
+// ---------------------------------------------------------------------------
+// [SECTION] The installed families
+
+// A function with its place in the order of the calls.
+struct Candidate {
+  uint32_t order;
+  const FamilyFunction* function;
+  const FamilyGuard* guard;
+};
+
+struct FunctionIndex {
+  // By name, each list in the order of the calls.
+  std::unordered_map<std::string_view, std::vector<Candidate>> statements;
+  std::unordered_map<std::string_view, std::vector<Candidate>> values;
+};
+
+FunctionIndex& function_index() {
+  static FunctionIndex index;
+  return index;
+}
+
+bool guard_passes(const FamilyGuard& guard, std::string_view first, std::string_view function) {
+  if (guard.word.empty()) return true;
+  return (guard.in_first && text_edit::contains(first, guard.word)) ||
+         (guard.in_function && text_edit::contains(function, guard.word));
+}
+
+// ---------------------------------------------------------------------------
+// [SECTION] Positions that can start a statement
+
+// A statement function's name holds one of these, or is one of the words below.
+constexpr std::string_view STATEMENT_WORD_PARTS[] = {
+    "disegna_", "elimina_", "crea_",      "suona",    "_suono",       "distruggi_", "modifica_", "imposta_", "muovi_",
+    "_tabella", "_file",    "attiva_",    "elemento_", "_elemento",   "interrompi_", "_programma", "cambia_",
+};
+constexpr std::string_view STATEMENT_WORDS[] = {
+    "salva_schermata", "usa_gioco_delle_direzioni", "CICLO_CONTINUO", "debug", "invia_testo_ad_Arduino",
+    "cancella_timbri", "copia_negli_appunti",       "aumenta",        "diminuisci", "finche",
+    "ripeti",          "se",
+};
+// At most this many imported external functions start statements.
+constexpr size_t STATEMENT_EXTERNAL_FUNCTIONS = 20;
+
+bool starts_statement(std::string_view token, std::string_view next, std::span<const std::string> external) {
+  if (next == "=" || next == "<--d-->=" || next == "f=") return true;
+  for (std::string_view part : STATEMENT_WORD_PARTS) {
+    if (text_edit::contains(token, part)) return true;
+  }
+  if (std::ranges::find(STATEMENT_WORDS, token) != std::end(STATEMENT_WORDS)) return true;
+  return std::ranges::find(external.first(std::min(external.size(), STATEMENT_EXTERNAL_FUNCTIONS)), token) !=
+         external.end();
+}
+
+// The number that "aumenta" and "diminuisci" store: ten decimals, then the
+// zeros at the end and a point left alone taken off.
+std::string increased_text(double x) {
+  // A whole number has only zeros to take off: its digits are the answer.
+  if (x == std::trunc(x) && std::fabs(x) < 1e15 && !(x == 0 && std::signbit(x))) {
+    char digits[24];
+    const auto written = std::to_chars(digits, digits + sizeof digits, static_cast<int64_t>(x));
+    return std::string(digits, static_cast<size_t>(written.ptr - digits));
+  }
+  std::string text = ten_decimal_text(x);
+  if (text.find('.') != std::string::npos) {
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+  }
+  return text;
+}
+
+}  // namespace
+
+void install_families(std::span<const Family* const> families) {
+  FunctionIndex& index = function_index();
+  index = {};
+  uint32_t order = 0;
+  for (const Family* family : families) {
+    for (const FamilyFunction& function : family->functions) {
+      auto& by_name = function.shape == CallShape::Statement ? index.statements : index.values;
+      by_name[function.name].push_back({order++, &function, &guard_of(*family, function)});
+    }
+  }
+}
+
+const FamilyGuard& guard_of(const Family& family, const FamilyFunction& function) {
+  if (function.guard) return *function.guard;
+  return function.shape == CallShape::Statement ? family.statement_guard : family.value_guard;
+}
+
+// ---------------------------------------------------------------------------
+// [SECTION] mem_function
+
+void ProgramInstance::mem_function(int from, int to) {
+  vlen = static_cast<int>(vari.size());
+  from = std::max(from, 0);
+  to = std::min(to, program.totale_tok);
+  program.tok_ok.assign(static_cast<size_t>(std::max(program.totale_tok, 0)), 0);
+  program.candidates.clear();
+  program.condition_plans.clear();
+  program.candidates_from.assign(program.tok_ok.size() + 1, 0);
+
+  const FunctionIndex& index = function_index();
+  std::vector<Candidate> found;
+  for (int i = 0; i < program.totale_tok; ++i) {
+    program.candidates_from[static_cast<size_t>(i)] = static_cast<uint32_t>(program.candidates.size());
+    if (i < from || i >= to || !starts_statement(token_text(i), token_text(i + 1), program.funzioni_esterne)) continue;
+    program.tok_ok[static_cast<size_t>(i)] = 1;
+    // The guards read the tokens as they were before any mark: a mark
+    // adds no guard word, and a marked name matches no function.
+    const std::string_view first = unmarked(token_text(i));
+    const std::string_view function = unmarked(token_text(i + 2));
+    found.clear();
+    if (auto it = index.statements.find(first); it != index.statements.end()) found = it->second;
+    if (auto it = index.values.find(function); it != index.values.end()) {
+      found.insert(found.end(), it->second.begin(), it->second.end());
+    }
+    std::ranges::sort(found, {}, &Candidate::order);
+    for (const Candidate& c : found) {
+      if (guard_passes(*c.guard, first, function)) program.candidates.push_back(c.function);
+    }
+  }
+  program.candidates_from.back() = static_cast<uint32_t>(program.candidates.size());
+}
+
+// ---------------------------------------------------------------------------
+// [SECTION] execute_function_ext
+
+void ProgramInstance::execute_function_ext(int from, int to) {
+  const int end = std::min(to, static_cast<int>(program.tok_ok.size()));
+  for (int j = std::max(from, 0); j < end; ++j) {
+    if (!program.tok_ok[static_cast<size_t>(j)]) continue;
+    // A reference keeps the text alive whatever the statement does to the array.
+    const RValue token = program.tok[static_cast<size_t>(j)];
+    const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();
+
+    if (tkk == "aumenta" || tkk == "diminuisci") {
+      const double sign = tkk == "aumenta" ? 1 : -1;
+      change_variable(*this, vlen, j, sign, true);
+      // An object's code changes the program-wide variable too.
+      if (ProgramInstance* main = main_program(); esemplare && main && main != this) {
+        change_variable(*main, main->vlen, j, sign, false);
+      }
+    }
+    if (token_text(j + 1) == "=") var_update_direct(tkk, j);
+
+    const uint32_t first = program.candidates_from[static_cast<size_t>(j)];
+    const uint32_t last = program.candidates_from[static_cast<size_t>(j) + 1];
+    for (uint32_t c = first; c < last; ++c) {
+      const FamilyFunction& function = *program.candidates[c];
+      const int at = function.shape == CallShape::Statement ? j : j + 2;
+      if (token_text(at) == function.name) function.act(*this, j);
+    }
+
+    execute_while_ext(j);
+    execute_repeat_ext(j);
+    execute_if_ext(j);
+  }
+}
+
+void ProgramInstance::change_variable(ProgramInstance& table, int table_vlen, int j, double sign,
+                                      bool write_through) {
+  const std::string_view name = token_text(j + 1);
+  const int end = std::min(table_vlen, static_cast<int>(std::min(table.vari.size(), table.val.size())));
+  for (int v = table.find_variable(name); v >= 0 && v < end; v = table.next_variable(name, v)) {
+    const double amount = text_to_real(calculate_string(*this, token_text(j + 3)).c_str());
+    RValue& value = table.val[static_cast<size_t>(v)];
+    if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
+    const std::string text = increased_text(value_to_real(value) + sign * amount);
+    value = RValue::text(text);
+    if (write_through) write_attribute(name, text);
+  }
+}
+
+namespace {
+constexpr FamilyFunction DEBUG_FUNCTIONS[] = {
+    {"debug", CallShape::Statement, [](ProgramInstance& p, int i) { p.debug_function(i); }},
+};
+}  // namespace
+
+const Family debug_family{"debug_function", NO_GUARD, NO_GUARD, DEBUG_FUNCTIONS};
+
+void ProgramInstance::debug_function(int j) {
+  if (token_text(j) != "debug") return;
+  std::string value = calculate_string(*this, token_text(j + 1));
+  std::erase(value, '"');
+  show_message(RValue::text(value));
+}
