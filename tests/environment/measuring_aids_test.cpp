@@ -8,6 +8,13 @@ namespace {
 
 constexpr uint32_t BLUE_WORD = 0xFF0000;  // blue, in blue-green-red order
 
+// What a pixel of the canvas looks like: the blue canvas, light, or black.
+enum class Looks { Blue, Light, Black };
+struct Spot {
+  int x, y;
+  Looks looks;
+};
+
 class MeasuringAids : public GraphicsTest {
  protected:
   void SetUp() override {
@@ -18,9 +25,17 @@ class MeasuringAids : public GraphicsTest {
   }
   void TearDown() override { surface_reset_target(); }
 
-  static bool is_blue(const Rgba& p) { return p.r < 10 && p.g < 10 && p.b > 245; }
-  static bool is_light(const Rgba& p) { return p.r > 200 && p.g > 200 && p.b > 200; }
-  static bool is_black(const Rgba& p) { return p.r < 10 && p.g < 10 && p.b < 10; }
+  static bool looks(const Rgba& p, Looks how) {
+    switch (how) {
+      case Looks::Blue: return p.r < 10 && p.g < 10 && p.b > 245;
+      case Looks::Light: return p.r > 200 && p.g > 200 && p.b > 200;
+      case Looks::Black: return p.r < 10 && p.g < 10 && p.b < 10;
+    }
+    return false;
+  }
+  static void expect_spots(std::initializer_list<Spot> spots) {
+    for (const Spot& s : spots) EXPECT_TRUE(looks(pixel(s.x, s.y), s.looks)) << s.x << ", " << s.y;
+  }
 };
 
 }  // namespace
@@ -28,22 +43,16 @@ class MeasuringAids : public GraphicsTest {
 TEST_F(MeasuringAids, RulersCrossTheWindowAtTheMouseWithTheCoordinatesInBoxes) {
   draw_rulers(300, 300, 200, 100);
   batch_flush();
-  // Each arm: white on black, across the whole window; wide lines lie on
-  // pixel edges, so the white row is the one above the mouse's.
-  EXPECT_TRUE(is_light(pixel(290, 99)));
-  EXPECT_TRUE(is_black(pixel(290, 98)) && is_black(pixel(290, 100)));
-  EXPECT_TRUE(is_blue(pixel(290, 97)) && is_blue(pixel(290, 101)));
-  EXPECT_TRUE(is_light(pixel(199, 290)));
-  EXPECT_TRUE(is_black(pixel(198, 290)) && is_black(pixel(200, 290)));
-  // "X: 200" in a light box centred at (100, 100), reaching beyond the text; the text is black.
-  EXPECT_TRUE(is_light(pixel(100, 88)));
-  EXPECT_TRUE(is_blue(pixel(100, 70)));
+  // Each arm white on black across the whole window; wide lines lie on pixel
+  // edges, so the white row is the one above the mouse's. "X: 200" in a light
+  // box centred at (100, 100), reaching beyond the text; "Y: 100" centred at (200, 50).
+  expect_spots({{290, 99, Looks::Light}, {290, 98, Looks::Black}, {290, 100, Looks::Black}, {290, 97, Looks::Blue},
+                {290, 101, Looks::Blue}, {199, 290, Looks::Light}, {198, 290, Looks::Black}, {200, 290, Looks::Black},
+                {100, 88, Looks::Light}, {100, 70, Looks::Blue}, {175, 50, Looks::Light}, {140, 50, Looks::Blue}});
+  // The text is black.
   int black = 0;
-  for (int x = 80; x <= 120; ++x) black += is_black(pixel(x, 100)) || is_black(pixel(x, 97)) ? 1 : 0;
+  for (int x = 80; x <= 120; ++x) black += looks(pixel(x, 100), Looks::Black) || looks(pixel(x, 97), Looks::Black);
   EXPECT_GT(black, 3);
-  // "Y: 100" centred at (200, 50).
-  EXPECT_TRUE(is_light(pixel(175, 50)));
-  EXPECT_TRUE(is_blue(pixel(140, 50)));
 }
 
 TEST_F(MeasuringAids, TheProtractorSweepsFromZeroToTheMouseWithACrossOnItsCentre) {
@@ -51,16 +60,10 @@ TEST_F(MeasuringAids, TheProtractorSweepsFromZeroToTheMouseWithACrossOnItsCentre
   batch_flush();
   // The fan fills the quarter from the right (0 degrees) up to the mouse, half transparent over blue.
   const Rgba inside = pixel(190, 110);
-  EXPECT_FALSE(is_blue(inside));
+  EXPECT_FALSE(looks(inside, Looks::Blue));
   EXPECT_GT(inside.g, 60);
-  EXPECT_TRUE(is_blue(pixel(110, 190))) << "the rest of the circle stays clear";
-  EXPECT_TRUE(is_blue(pixel(110, 110)));
-  // The cross reaches 50 pixels each way, white on black.
-  EXPECT_TRUE(is_light(pixel(110, 149)));
-  EXPECT_TRUE(is_black(pixel(110, 148)));
-  EXPECT_TRUE(is_blue(pixel(95, 149)));
-  EXPECT_TRUE(is_light(pixel(149, 190)));
-  EXPECT_TRUE(is_blue(pixel(149, 205)));
-  // "Angolo: 90" in a box to the right of and below the mouse.
-  EXPECT_TRUE(is_light(pixel(175, 72)));
+  // The rest of the circle stays clear; the cross reaches 50 pixels each way,
+  // white on black; "Angolo: 90" is in a box right of and below the mouse.
+  expect_spots({{110, 190, Looks::Blue}, {110, 110, Looks::Blue}, {110, 149, Looks::Light}, {110, 148, Looks::Black},
+                {95, 149, Looks::Blue}, {149, 190, Looks::Light}, {149, 205, Looks::Blue}, {175, 72, Looks::Light}});
 }

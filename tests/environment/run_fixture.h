@@ -1,40 +1,45 @@
 // Test helper: runs `velant run` on a program in a folder of the test's
-// own and gives back its exit status, its output and its screenshot.
+// own and gives back its exit status, its output and the pictures it saved,
+// whose pixels are the program's own coordinates.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
+#include <cstdlib>
 #include <string>
 
 #include "runtime/Graphics/ImageFile.h"
+#include "support/TempFolder.h"
 
 struct RunResult {
   int status = -1;
   std::string out;
+
+  // The value of `name` in the printed table of variables, or "absent".
+  std::string value(const std::string& name) const {
+    const std::string printed = "\n" + out;
+    const size_t at = printed.find("\n" + name + " = ");
+    if (at == std::string::npos) return "absent";
+    const size_t begin = at + name.size() + 4;
+    return printed.substr(begin, printed.find('\n', begin) - begin);
+  }
 };
+
+struct Rgb {
+  int r, g, b;
+};
+inline constexpr Rgb WHITE{255, 255, 255}, BLACK{0, 0, 0}, RED{255, 0, 0}, BLUE{0, 0, 255}, YELLOW{255, 255, 0};
 
 class RunFixture : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir_ = std::filesystem::temp_directory_path() /
-           ("velant_run_" + std::to_string(::getpid()) + "_" +
-            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    std::filesystem::create_directories(dir_);
-  }
-  void TearDown() override { std::filesystem::remove_all(dir_); }
-
   // Runs `velant run` on `program` in the test's folder with `options`.
   RunResult run(const std::string& program, const std::string& options) {
-    std::ofstream(dir_ / "programma.txt", std::ios::binary) << program;
+    folder_.write("programma.txt", program);
     // Mesa's driver leaves allocations at exit, which a sanitizer build would report as the run's own.
-    const std::string command = "cd '" + dir_.string() + "' && ASAN_OPTIONS=detect_leaks=0 '" VELANT_BINARY
-                                "' run programma.txt --headless " +
-                                options + " 2>/dev/null";
+    const std::string command = "cd '" + folder_.path().string() + "' && ASAN_OPTIONS=detect_leaks=0 '" VELANT_BINARY
+                                "' run programma.txt --headless " + options + " 2>/dev/null";
     RunResult result;
     FILE* pipe = ::popen(command.c_str(), "r");
     char buffer[4096];
@@ -44,23 +49,25 @@ class RunFixture : public ::testing::Test {
     return result;
   }
 
-  Image screenshot() {
+  // The picture `file` of the test's folder: by default the one that --screenshot schermo.png saves.
+  Image picture(const std::string& file = "schermo.png") const {
     Image image;
-    image_load((dir_ / "schermo.png").string(), image);
+    EXPECT_TRUE(image_load((folder_ / file).string(), image)) << file;
     return image;
   }
-  static const uint8_t* at(const Image& image, int x, int y) {
-    return &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
+  static Rgb pixel(const Image& image, int x, int y) {
+    if (x < 0 || y < 0 || x >= image.width || y >= image.height) return {-1, -1, -1};
+    const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
+    return {p[0], p[1], p[2]};
+  }
+  // Whether pixel (x, y) is colour `c`, each channel within `tolerance`.
+  static ::testing::AssertionResult shows(const Image& image, int x, int y, Rgb c, int tolerance = 3) {
+    const Rgb p = pixel(image, x, y);
+    if (std::abs(p.r - c.r) <= tolerance && std::abs(p.g - c.g) <= tolerance && std::abs(p.b - c.b) <= tolerance)
+      return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "(" << x << ", " << y << ") is " << p.r << " " << p.g << " " << p.b
+                                         << ", not " << c.r << " " << c.g << " " << c.b;
   }
 
-  std::filesystem::path dir_;
+  TempFolder folder_{"velant_run"};
 };
-
-// The value of `name` in the printed table, or "absent".
-inline std::string printed_value(const std::string& printed, const std::string& name) {
-  const std::string out = "\n" + printed;
-  const size_t at = out.find("\n" + name + " = ");
-  if (at == std::string::npos) return "absent";
-  const size_t begin = at + name.size() + 4;
-  return out.substr(begin, out.find('\n', begin) - begin);
-}

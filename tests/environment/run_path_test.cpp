@@ -1,7 +1,6 @@
 // The way of a run inside the environment: from the editor's text through
 // code.txt to main_room and back, by Esc, by the close button, by an error.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -17,16 +16,14 @@
 #include "runtime/Room/Room.h"
 #include "runtime/Run/Frame.h"
 #include "support/MessageRecorder.h"
+#include "support/TempFolder.h"
 
 namespace {
 
 class RunPath : public ::testing::Test {
  protected:
   void SetUp() override {
-    dir_ = std::filesystem::temp_directory_path() / ("velant_path_" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir_);
-    previous_ = std::filesystem::current_path();
-    std::filesystem::current_path(dir_);
+    std::filesystem::current_path(folder_.path());
     register_runtime_builtins();
     platform::set_dialogs(std::make_unique<MessageRecorder>(&messages_));
     platform::make_window(true).create(1300, 700, "Velant", {});
@@ -44,7 +41,6 @@ class RunPath : public ::testing::Test {
     objects_clear();
     platform::set_dialogs(nullptr);
     std::filesystem::current_path(previous_);
-    std::filesystem::remove_all(dir_);
   }
 
   static void frames(int n) {
@@ -69,7 +65,14 @@ class RunPath : public ::testing::Test {
     return object && !object->instances.empty() ? static_cast<MainCodeCtrl*>(object->instances.front()) : nullptr;
   }
 
-  std::filesystem::path dir_, previous_;
+  // Number X of the running program.
+  static int x() {
+    const ProgramInstance& p = runner()->program();
+    return std::stoi(std::string(p.val[static_cast<size_t>(p.find_variable("X"))].string_view()));
+  }
+
+  const std::filesystem::path previous_ = std::filesystem::current_path();
+  TempFolder folder_{"velant_path"};
   std::vector<std::string> messages_;
 };
 
@@ -80,10 +83,9 @@ TEST_F(RunPath, TheEditorsTextRunsAndEscBringsTheLearnerBack) {
   ASSERT_NE(runner(), nullptr);
   std::ifstream code("code.txt");
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(code), {}), "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n");
-  const int before = std::stoi(std::string(runner()->program().val[static_cast<size_t>(runner()->program().find_variable("X"))].string_view()));
+  const int before = x();
   frames(3);
-  const int after = std::stoi(std::string(runner()->program().val[static_cast<size_t>(runner()->program().find_variable("X"))].string_view()));
-  EXPECT_EQ(after, before + 3) << "one pass of CICLO CONTINUO a frame";
+  EXPECT_EQ(x(), before + 3) << "one pass of CICLO CONTINUO a frame";
 
   key(27);
   frames(1);

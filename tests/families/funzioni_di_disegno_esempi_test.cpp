@@ -3,8 +3,6 @@
 #include <fstream>
 
 #include "funzioni_di_disegno_fixture.h"
-#include "runtime/Font/Font.h"
-#include "runtime/Sprite/Sprite.h"
 
 namespace {
 
@@ -24,12 +22,11 @@ class DisegnoEsempi : public DrawingProgramTest {
 
 TEST_F(DisegnoEsempi, Forme) {
   example("forme.txt");
-  EXPECT_TRUE(is_black(350, 160));                  // an eye
-  EXPECT_TRUE(is(pixel(330, 160), 255, 255, 255));  // the white round it
-  EXPECT_TRUE(is(pixel(400, 370), 255, 255, 0));    // the yellow button
-  EXPECT_TRUE(is(pixel(310, 110), 192, 192, 192));  // the grey head
-  EXPECT_TRUE(is(pixel(400, 45), 255, 127, 127));   // the light, half transparent
-  EXPECT_TRUE(is_black(50, 50));
+  // An eye and the white round it, the yellow button, the grey head, the light half transparent, the ground.
+  for (const Spot& spot : {Spot{350, 160, BLACK}, Spot{330, 160, WHITE}, Spot{400, 370, YELLOW},
+                           Spot{310, 110, {192, 192, 192}}, Spot{400, 45, HALF_RED}, Spot{50, 50, BLACK}}) {
+    EXPECT_TRUE(shows(spot)) << spot.x << ", " << spot.y;
+  }
 }
 
 TEST_F(DisegnoEsempi, Testi) {
@@ -41,10 +38,9 @@ TEST_F(DisegnoEsempi, Testi) {
   EXPECT_TRUE(font_get(title)->bold);
   EXPECT_NEAR(font_get(title)->size, 28 * 1.33333333, 0.01);
   const Ink box = ink();
-  ASSERT_TRUE(box.any());
   EXPECT_LT(box.top, 60);  // the title
   EXPECT_GE(box.left, 40);
-  EXPECT_TRUE(is_white(30, 130));  // nothing left of the texts' margin
+  EXPECT_TRUE(is(pixel(30, 130), WHITE));  // nothing left of the texts' margin
 }
 
 TEST_F(DisegnoEsempi, Immagini) {
@@ -55,9 +51,9 @@ TEST_F(DisegnoEsempi, Immagini) {
   EXPECT_EQ(sprite_get_number(star), 2);
   EXPECT_EQ(sprite_get_width(star), 32);
   // The centre of a star, yellow or orange as the animation goes; the chosen frame is orange.
-  const Rgb centre = pixel(116, 117);
-  EXPECT_TRUE(is(centre, 255, 215, 0) || is(centre, 255, 140, 0));
-  EXPECT_TRUE(is(pixel(116, 317), 255, 140, 0));
+  constexpr Rgb GOLD{255, 215, 0}, ORANGE{255, 140, 0};
+  EXPECT_TRUE(is(pixel(116, 117), GOLD) || is(pixel(116, 117), ORANGE));
+  EXPECT_TRUE(is(pixel(116, 317), ORANGE));
   // The picture named by its path was loaded once more, and the missing one stands as the placeholder.
   ASSERT_EQ(drawing_memory(p).tot_mem_ris, 3);
   EXPECT_EQ(drawing_memory(p).mem_ris[1], "immagini/stella.png");
@@ -71,7 +67,7 @@ TEST_F(DisegnoEsempi, Griglia) {
   EXPECT_EQ(global("righelli"), 1);
   EXPECT_EQ(global("goniometro"), 1);
   EXPECT_EQ(stored(p, "differenza"), exact(0));  // the coral of the example is the colour word's
-  EXPECT_TRUE(is(pixel(150, 150), 255, 127, 80));
+  EXPECT_TRUE(is(pixel(150, 150), {255, 127, 80}));
   EXPECT_EQ(number(p, "sotto"), number(p, "corallo_mio"));
 }
 

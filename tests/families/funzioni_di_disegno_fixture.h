@@ -6,44 +6,81 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "families/funzioni_di_disegno.h"
 #include "language/evaluation/numeric_expression.h"
-#include "support/program_fixture.h"
 #include "runtime/Font/Font.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Function/StringFunctions.h"
 #include "runtime/Graphics/DrawState.h"
-#include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Surfaces.h"
-#include "runtime/Room/Variables.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
+#include "runtime/Room/Variables.h"
 #include "runtime/Sprite/Sprite.h"
+#include "support/program_fixture.h"
 #include "test_pictures.h"
 
 struct Rgb {
   int r, g, b;
 };
+inline constexpr Rgb WHITE{255, 255, 255}, BLACK{0, 0, 0}, RED{255, 0, 0}, GREEN{0, 255, 0}, BLUE{0, 0, 255},
+    YELLOW{255, 255, 0}, PLACEHOLDER_GREY{200, 200, 200};
+// Red, green and blue at alpha 0.5 over white.
+inline constexpr Rgb HALF_RED{255, 127, 127}, HALF_GREEN{127, 255, 127}, HALF_BLUE{127, 127, 255};
+
+// A pixel and the colour it should have; with `reach`, some pixel that far
+// around has about that colour, as the smoothed line of an outline has.
+struct Spot {
+  int x, y;
+  Rgb colour;
+  int reach = 0;
+};
+
+// The box of the pixels that aren't white: what has been drawn. The box
+// of nothing is Ink{}.
+struct Ink {
+  int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
+  int width() const { return right - left + 1; }
+  int height() const { return bottom - top + 1; }
+  bool any() const { return right >= 0; }
+};
+
+// Statements of a block CICLO CONTINUO, run for one frame on a white
+// canvas, with the box of what they draw, give or take `slack` on each
+// side, and the colour of some of its pixels.
+struct Drawing {
+  std::string statements;
+  std::optional<Ink> box;
+  std::vector<Spot> spots;
+  int slack = 0;
+};
+
+// The missing-image placeholder with its corner at (x, y): its 32 x 32 box,
+// a red cross on light grey.
+inline Drawing placeholder_at(int x, int y, std::string statements) {
+  return {std::move(statements), Ink{x, y, x + 31, y + 31}, {{x + 16, y + 16, RED}, {x + 5, y + 20, PLACEHOLDER_GREY}}};
+}
 
 class DrawingProgramTest : public ProgramTest {
  protected:
   static constexpr int CANVAS_WIDTH = 480, CANVAS_HEIGHT = 480;
-  static constexpr uint32_t WHITE = 0xFFFFFF;
+  static constexpr uint32_t PAPER = 0xFFFFFF;
 
   void SetUp() override {
     ProgramTest::SetUp();
-    platform::Window& window = platform::make_window(true);
-    ASSERT_TRUE(window.create(CANVAS_WIDTH, CANVAS_HEIGHT, "test", {}));
+    ASSERT_TRUE(platform::make_window(true).create(CANVAS_WIDTH, CANVAS_HEIGHT, "test", {}));
     ASSERT_TRUE(platform::gpu().ready()) << "drawing needs an OpenGL 3.3 context (Mesa)";
     while (surface_stack_depth() > 0) surface_reset_target();
     set_base_target(NO_SURFACE, CANVAS_WIDTH, CANVAS_HEIGHT);
-    draw_state().colour = WHITE;
+    draw_state().colour = PAPER;
     draw_state().alpha = 1;
     // What the run controller sets at the start of every run.
     set_circle_precision(64);
@@ -62,7 +99,7 @@ class DrawingProgramTest : public ProgramTest {
     std::filesystem::current_path(dir_);
     canvas_ = surface_create(CANVAS_WIDTH, CANVAS_HEIGHT);
     surface_set_target(canvas_);
-    draw_clear_alpha(WHITE, 1);
+    clear_canvas();
   }
 
   void TearDown() override {
@@ -86,63 +123,76 @@ class DrawingProgramTest : public ProgramTest {
     run_inizia(p);
     return p;
   }
-  // A program whose block CICLO CONTINUO holds `statements`, run for one frame.
-  ProgramInstance& run_one_frame(const std::string& statements) {
-    ProgramInstance& p = sole_program("INIZIA\nCICLO CONTINUO\n" + statements);
+  // A program whose blocks hold `start` and `statements`, run for one frame.
+  ProgramInstance& run_one_frame(const std::string& statements, const std::string& start = "") {
+    ProgramInstance& p = sole_program("INIZIA\n" + start + "\nCICLO CONTINUO\n" + statements);
     run_inizia(p);
     run_frame(p);
     return p;
   }
 
-  // The canvas white again, for a second drawing in the same test.
-  static void clear_canvas() { draw_clear_alpha(WHITE, 1); }
+  // Each drawing on a canvas white again, after the block INIZIA `start`,
+  // from a draw state of no use to it; none shows a message or ends the
+  // run, and with `puts_back_black` each leaves the draw state black and opaque.
+  void expect_drawings(const std::vector<Drawing>& drawings, const std::string& start = "",
+                       bool puts_back_black = false) {
+    for (const Drawing& drawing : drawings) {
+      SCOPED_TRACE(drawing.statements);
+      clear_canvas();
+      draw_state().colour = 12345;
+      draw_state().alpha = 0.25;
+      run_one_frame(drawing.statements, start);
+      EXPECT_TRUE(!puts_back_black || (draw_state().colour == 0 && draw_state().alpha == 1)) << "not put back";
+      if (drawing.box) {
+        const Ink box = ink(), &want = *drawing.box;
+        EXPECT_TRUE(std::abs(box.left - want.left) <= drawing.slack && std::abs(box.top - want.top) <= drawing.slack &&
+                    std::abs(box.right - want.right) <= drawing.slack &&
+                    std::abs(box.bottom - want.bottom) <= drawing.slack)
+            << "drawn from (" << box.left << ", " << box.top << ") to (" << box.right << ", " << box.bottom << ")";
+      }
+      for (const Spot& spot : drawing.spots) EXPECT_TRUE(shows(spot)) << "at (" << spot.x << ", " << spot.y << ")";
+      EXPECT_TRUE(messages_.empty());
+      EXPECT_TRUE(run_ends().empty());
+    }
+  }
+
+  static void clear_canvas() { draw_clear_alpha(PAPER, 1); }
 
   // Pixel (x, y) of the canvas.
-  Rgb pixel(int x, int y) {
+  static Rgb pixel(int x, int y) {
     uint8_t p[4];
     read_target_pixels(x, y, 1, 1, p);
     return {p[0], p[1], p[2]};
   }
-  static bool is(const Rgb& p, int r, int g, int b, int tolerance = 3) {
-    return std::abs(p.r - r) <= tolerance && std::abs(p.g - g) <= tolerance && std::abs(p.b - b) <= tolerance;
+  static bool is(const Rgb& p, const Rgb& c, int tolerance = 3) {
+    return std::abs(p.r - c.r) <= tolerance && std::abs(p.g - c.g) <= tolerance && std::abs(p.b - c.b) <= tolerance;
   }
-  bool is_white(int x, int y) { return is(pixel(x, y), 255, 255, 255); }
-  bool is_black(int x, int y) { return is(pixel(x, y), 0, 0, 0); }
+  static bool shows(const Spot& spot) {
+    for (int dy = -spot.reach; dy <= spot.reach; ++dy) {
+      for (int dx = -spot.reach; dx <= spot.reach; ++dx) {
+        if (is(pixel(spot.x + dx, spot.y + dy), spot.colour, spot.reach ? 60 : 3)) return true;
+      }
+    }
+    return false;
+  }
 
   // The whole canvas, four bytes a pixel, rows from the top.
-  std::vector<uint8_t> canvas_pixels() {
+  static std::vector<uint8_t> canvas_pixels() {
     std::vector<uint8_t> rgba(static_cast<size_t>(CANVAS_WIDTH) * CANVAS_HEIGHT * 4);
     read_target_pixels(0, 0, CANVAS_WIDTH, CANVAS_HEIGHT, rgba.data());
     return rgba;
   }
-
-  // The box of the pixels that aren't white: what has been drawn.
-  struct Ink {
-    int left = CANVAS_WIDTH, top = CANVAS_HEIGHT, right = -1, bottom = -1;
-    int width() const { return right - left + 1; }
-    int height() const { return bottom - top + 1; }
-    bool any() const { return right >= 0; }
-  };
-  Ink ink() {
+  static Ink ink() {
     const std::vector<uint8_t> rgba = canvas_pixels();
     Ink box;
     for (int y = 0; y < CANVAS_HEIGHT; ++y) {
       for (int x = 0; x < CANVAS_WIDTH; ++x) {
         const uint8_t* p = &rgba[(static_cast<size_t>(y) * CANVAS_WIDTH + x) * 4];
         if (p[0] > 250 && p[1] > 250 && p[2] > 250) continue;
-        box.left = std::min(box.left, x);
-        box.right = std::max(box.right, x);
-        box.top = std::min(box.top, y);
-        box.bottom = std::max(box.bottom, y);
+        box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x), std::max(box.bottom, y)};
       }
     }
     return box;
-  }
-
-  // Writes a PNG of `width` x `height` in the working directory, each pixel coloured by `colour_at(x, y)`.
-  template <typename ColourAt>
-  static void write_picture(const std::string& file, int width, int height, ColourAt colour_at) {
-    ASSERT_TRUE(write_test_picture(file, width, height, colour_at));
   }
 
   // The 30-decimal text of a number, as the exact form stores it.

@@ -7,14 +7,21 @@
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
+#include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
 #include "support/Fatal.h"
+#include "support/TempFolder.h"
 
 namespace {
 
 const std::string LIBRARY = VELANT_TESTLIB_PATH;
+RValue text(const char* t) { return RValue::text(t); }
+RValue num(double d) { return RValue::number(d); }
+
+// A value as its kind and text form.
+std::string shown(const RValue& v) { return kind_name(v.kind()) + (":" + value_to_text(v)); }
 
 // Calls a built-in by name and hands back its result.
 RValue call(const char* name, std::vector<RValue> args) {
@@ -23,53 +30,38 @@ RValue call(const char* name, std::vector<RValue> args) {
   return result;
 }
 
-RValue text(const char* t) { return RValue::text(t); }
-RValue number(double d) { return RValue::number(d); }
+// The external_define arguments for velant_test_<function> of the tests' library, default
+// call kind; `announced` stands for the count of argument types where it differs.
+std::vector<RValue> definition(const char* function, int result_type, std::vector<int> types, int announced = -1) {
+  std::vector<RValue> args{text(LIBRARY.c_str()), RValue::text("velant_test_" + std::string(function)), num(0),
+                           num(result_type), num(announced < 0 ? double(types.size()) : announced)};
+  for (int t : types) args.push_back(num(t));
+  return args;
+}
 
-// external_define by name with the library of the tests, the default call
-// kind, and the argument types given.
-RValue define(const char* function, int result_type, std::vector<int> types) {
-  std::vector<RValue> args{text(LIBRARY.c_str()), text(function), number(0), number(result_type),
-                           number(static_cast<double>(types.size()))};
-  for (int t : types) args.push_back(number(t));
-  return call("external_define", std::move(args));
+// The row index external_define gives.
+double define(const char* function, int result_type, std::vector<int> types) {
+  return call("external_define", definition(function, result_type, std::move(types))).real;
 }
 
 // external_call by name: the row index, then the arguments.
-RValue call_row(const RValue& index, std::vector<RValue> args) {
-  args.insert(args.begin(), index);
+RValue call_row(double index, std::vector<RValue> args) {
+  args.insert(args.begin(), num(index));
   return call("external_call", std::move(args));
 }
 
-double number_of(const RValue& v) {
-  EXPECT_TRUE(v.is(Kind::Number)) << "kind " << kind_name(v.kind());
-  return v.real;
+// What the debug stream receives while `body` runs.
+std::string debug_lines(const std::function<void()>& body) {
+  std::FILE* file = std::tmpfile();
+  set_debug_output_file(file);
+  body();
+  set_debug_output_file(nullptr);
+  std::string all(4096, '\0');
+  std::rewind(file);
+  all.resize(std::fread(all.data(), 1, all.size(), file));
+  std::fclose(file);
+  return all;
 }
-
-std::string text_of(const RValue& v) {
-  EXPECT_TRUE(v.is(Kind::String)) << "kind " << kind_name(v.kind());
-  return std::string(v.string_view());
-}
-
-// What the debug stream receives while the capture lives.
-class DebugCapture {
- public:
-  DebugCapture() : file_(std::tmpfile()) { set_debug_output_file(file_); }
-  ~DebugCapture() {
-    set_debug_output_file(nullptr);
-    std::fclose(file_);
-  }
-  std::string text() const {
-    std::fflush(file_);
-    std::rewind(file_);
-    std::string all;
-    for (int c; (c = std::fgetc(file_)) != EOF;) all.push_back(static_cast<char>(c));
-    return all;
-  }
-
- private:
-  std::FILE* file_;
-};
 
 class External : public ::testing::Test {
  protected:
@@ -84,165 +76,119 @@ class External : public ::testing::Test {
 }  // namespace
 
 TEST_F(External, DefineRefusesWrongArgumentListsWithItsOwnWords) {
-  EXPECT_FATAL(call("external_define", {text(LIBRARY.c_str()), text("velant_test_add"), number(0), number(0)}),
-               "Wrong number of arguments to external_define()");
-  // Two argument types announced, one given.
-  EXPECT_FATAL(call("external_define", {text(LIBRARY.c_str()), text("velant_test_add"), number(0), number(0),
-                                        number(2), number(0)}),
-               "Wrong number of arguments to external_define()");
-  EXPECT_FATAL(define("velant_test_sum16", 0, std::vector<int>(17, 0)), "DLL functions can have at most 16 arguments");
-  EXPECT_FATAL(define("velant_test_sum16", 0, {0, 0, 0, 0, 1}),
-               "DLL functions with more than 4 arguments cannot have string arguments");
-  // Four arguments may carry strings; sixteen numbers are allowed.
-  EXPECT_GE(number_of(define("velant_test_join_sdsd", 1, {1, 0, 1, 0})), 0);
-  EXPECT_GE(number_of(define("velant_test_sum16", 0, std::vector<int>(16, 0))), 0);
+  const char* wrong_count = "Wrong number of arguments to external_define()";
+  const struct { std::vector<RValue> args; const char* fatal; } rows[] = {
+      {{text(LIBRARY.c_str()), text("velant_test_add"), num(0), num(0)}, wrong_count},
+      {definition("add", 0, {0}, 2), wrong_count},  // two types announced, one given
+      {definition("sum16", 0, std::vector<int>(17, 0)), "DLL functions can have at most 16 arguments"},
+      {definition("sum16", 0, {0, 0, 0, 0, 1}),
+       "DLL functions with more than 4 arguments cannot have string arguments"},
+  };
+  for (const auto& row : rows) EXPECT_FATAL(call("external_define", row.args), row.fatal);
 }
 
-TEST_F(External, LibraryThatDoesNotLoadIsFatalAfterItsDebugLine) {
-  DebugCapture debug;
-  EXPECT_FATAL(external_define("/nonexistent/velant_missing.so", "f", 0, {}), "Error defining an external function.");
-  const std::string line = debug.text();
-  const std::string head =
-      "LoadLibraryW(\"/nonexistent/velant_missing.so\") for function \"f\" failed with error code 2 (\"";
-  EXPECT_EQ(line.substr(0, head.size()), head);
-  EXPECT_NE(line.find("No such file or directory"), std::string::npos) << line;
-  EXPECT_EQ(line.substr(line.size() - 3), "\")\n");
-}
-
-#if defined(__x86_64__)
-TEST_F(External, LibraryOfAnotherMachineNamesBothMachineTypes) {
-  // The start of a 32-bit ELF file for the 386 (machine 3).
-  const std::string path = ::testing::TempDir() + "velant_other_machine.so";
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  ASSERT_NE(file, nullptr);
-  const unsigned char header[64] = {0x7F, 'E', 'L', 'F', 1, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3, 0, 3, 0};
-  std::fwrite(header, 1, sizeof header, file);
-  std::fclose(file);
-
-  DebugCapture debug;
-  EXPECT_FATAL(external_define(path, "f", 0, {}), "Error defining an external function.");
-  const std::string line = debug.text();
-  // The file opens, but its content can't be loaded: ENOEXEC.
-  const std::string head = "LoadLibraryW(\"" + path + "\") for function \"f\" failed with error code 8 (\"";
-  EXPECT_EQ(line.rfind(head, 0), 0u) << line;
-  const std::string tail = "\") Machine type 3, game is type 62\n";
-  ASSERT_GE(line.size(), tail.size());
-  EXPECT_EQ(line.substr(line.size() - tail.size()), tail);
-  std::remove(path.c_str());
-}
-#endif
-
-TEST_F(External, NumbersOfEveryKindArriveAsDoubles) {
-  const RValue answer = define("velant_test_answer", 0, {});
-  EXPECT_EQ(number_of(call_row(answer, {})), 42);
-
-  const RValue add = define("velant_test_add", 0, {0, 0});
-  EXPECT_EQ(number_of(call_row(add, {number(2.5), number(4)})), 6.5);
-  EXPECT_EQ(number_of(call_row(add, {RValue::int32(3), RValue::boolean(true)})), 4);
-  EXPECT_EQ(number_of(call_row(add, {RValue::int64(5), RValue::ref(REF_DS_MAP, 7)})), 12);
-  // A kind that isn't a number, string or pointer goes as 0.
-  EXPECT_EQ(number_of(call_row(add, {RValue::undefined(), number(2)})), 2);
-
-  const RValue sum = define("velant_test_sum16", 0, std::vector<int>(16, 0));
-  std::vector<RValue> sixteen;
-  for (int i = 1; i <= 16; ++i) sixteen.push_back(number(i));
-  EXPECT_EQ(number_of(call_row(sum, sixteen)), 1496);  // the sum of i * i: each arrived in its place
-}
-
-TEST_F(External, TextsAndNumbersMixInAnyPositionAndTextsComeBack) {
-  const RValue sdsd = define("velant_test_join_sdsd", 1, {1, 0, 1, 0});
-  EXPECT_EQ(text_of(call_row(sdsd, {text("uno"), number(1.5), text("tre"), number(-4)})), "uno|1.5|tre|-4");
-  const RValue dssd = define("velant_test_join_dssd", 1, {0, 1, 1, 0});
-  EXPECT_EQ(text_of(call_row(dssd, {number(7), text("b"), text("c"), number(0.25)})), "7|b|c|0.25");
-  const RValue ddds = define("velant_test_weigh_ddds", 0, {0, 0, 0, 1});
-  EXPECT_EQ(number_of(call_row(ddds, {number(1), number(2), number(3), text("four")})), 4321);
-
-  const RValue greet = define("velant_test_greet", 1, {1});
-  const RValue greeting = call_row(greet, {text("mondo")});
-  EXPECT_EQ(text_of(greeting), "ciao mondo");
-  // The result is a copy of its own: the library's buffer changes with the next call.
-  call_row(greet, {text("tutti")});
-  EXPECT_EQ(text_of(greeting), "ciao mondo");
-
+TEST_F(External, EverySignatureGetsItsArgumentsInPlaceAndItsResultBack) {
   double value = 12.75;
-  const RValue read = define("velant_test_read_double", 0, {1});
-  EXPECT_EQ(number_of(call_row(read, {RValue::pointer(&value)})), 12.75);
+  const RValue pointer = RValue::pointer(&value);
+  std::vector<RValue> sixteen;
+  for (int i = 1; i <= 16; ++i) sixteen.push_back(num(i));
+  // Numbers of every kind arrive as doubles; a kind that isn't a number,
+  // string or pointer goes as 0. Texts mix with numbers in up to four places.
+  const struct { const char* function; int result_type; std::vector<int> types; std::vector<RValue> args;
+                 const char* answer; } rows[] = {
+      {"answer", 0, {}, {}, "number:42"}, {"greet", 1, {1}, {text("mondo")}, "string:ciao mondo"},
+      {"add", 0, {0, 0}, {num(2.5), num(4)}, "number:6.50"}, {"read_double", 0, {1}, {pointer}, "number:12.75"},
+      {"add", 0, {0, 0}, {RValue::undefined(), num(2)}, "number:2"},
+      {"add", 0, {0, 0}, {RValue::int32(3), RValue::boolean(true)}, "number:4"},
+      {"add", 0, {0, 0}, {RValue::int64(5), RValue::ref(REF_DS_MAP, 7)}, "number:12"},
+      {"sum16", 0, std::vector<int>(16, 0), sixteen, "number:1496"},  // the sum of i * i
+      {"join_sdsd", 1, {1, 0, 1, 0}, {text("uno"), num(1.5), text("tre"), num(-4)}, "string:uno|1.5|tre|-4"},
+      {"join_dssd", 1, {0, 1, 1, 0}, {num(7), text("b"), text("c"), num(0.25)}, "string:7|b|c|0.25"},
+      {"weigh_ddds", 0, {0, 0, 0, 1}, {num(1), num(2), num(3), text("four")}, "number:4321"},
+      // The argument count times 1000 plus the numbers: called as a built-in.
+      {"native", 0, {0, 0}, {num(1.5), num(2)}, "number:2003.50"},
+  };
+  std::vector<RValue> results;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.function);
+    results.push_back(call_row(define(row.function, row.result_type, row.types), row.args));
+    EXPECT_EQ(shown(results.back()), row.answer);
+  }
+  // Texts are copies of their own: the library's buffer has changed since.
+  for (size_t i = 0; i < results.size(); ++i) EXPECT_EQ(shown(results[i]), rows[i].answer) << rows[i].function;
 }
 
-TEST_F(External, RoutineWithTheBuiltinSignatureIsCalledAsABuiltin) {
-  const int index = external_define(LIBRARY, "velant_test_native", 0, std::vector<int32_t>{0, 0});
-  ASSERT_GE(index, 0);
-  EXPECT_EQ(external_row(index)->name_form, ExternalNameForm::Builtin);
-  EXPECT_EQ(number_of(call_row(number(index), {number(1.5), number(2)})), 2003.5);
-  // self and other reach the routine.
-  int instance = 0;
-  RValue args[] = {number(1), number(2)};
-  EXPECT_EQ(number_of(external_call(index, 2, args, reinterpret_cast<CInstance*>(&instance))), 2103);
-  // A plain routine keeps its own form.
-  const int add = external_define(LIBRARY, "velant_test_add", 0, std::vector<int32_t>{0, 0});
-  EXPECT_EQ(external_row(add)->name_form, ExternalNameForm::Plain);
+TEST_F(External, LibraryThatDoesNotLoadIsFatalAfterADebugLineWithTheReason) {
+  // The start of a 32-bit ELF file for the 386 (machine 3): it opens, but can't be loaded (ENOEXEC).
+  const char elf[64] = {0x7F, 'E', 'L', 'F', 1, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3, 0, 3, 0};
+  TempFolder folder;
+  const struct { std::string path; int code; const char* tail; } rows[] = {
+      {"/nonexistent/velant_missing.so", 2, "No such file or directory\")\n"},
+#if defined(__x86_64__)
+      {folder.write("other_machine.so", std::string(elf, sizeof elf)), 8, "\") Machine type 3, game is type 62\n"},
+#endif
+  };
+  for (const auto& row : rows) {
+    const std::string line = debug_lines(
+        [&] { EXPECT_FATAL(external_define(row.path, "f", 0, {}), "Error defining an external function."); });
+    const std::string head = "LoadLibraryW(\"" + row.path + "\") for function \"f\" failed with error code ";
+    EXPECT_EQ(line.rfind(head + std::to_string(row.code) + " (\"", 0), 0u) << line;
+    EXPECT_TRUE(line.ends_with(row.tail)) << line;
+  }
 }
 
-TEST_F(External, CallsThatCannotHappenGiveMinusOneOrZero) {
-  EXPECT_EQ(number_of(call_row(number(-1), {})), -1);
-  EXPECT_EQ(number_of(call_row(number(99), {})), 0);
-
-  ASSERT_GE(number_of(define("velant_test_RegisterCallbacks", 0, {1, 1, 1, 1})), 0);
-  const RValue report = define("velant_test_report", 0, {0, 0, 1});
-  // One argument short: no call, so nothing is reported.
-  EXPECT_EQ(number_of(call_row(report, {number(70), number(1)})), 0);
-  EXPECT_TRUE(async_events_take().empty());
-
-  // A freed library leaves its rows without routine until they are defined again.
-  const RValue add = define("velant_test_add", 0, {0, 0});
-  call("external_free", {text(LIBRARY.c_str())});
-  EXPECT_EQ(number_of(call_row(add, {number(1), number(2)})), 0);
-  EXPECT_EQ(number_of(define("velant_test_add", 0, {0, 0})), add.real);
-  EXPECT_EQ(number_of(call_row(add, {number(1), number(2)})), 3);
-}
-
-TEST_F(External, MissingFunctionGivesMinusOneAndADebugLine) {
-  DebugCapture debug;
-  EXPECT_EQ(number_of(define("velant_test_nothing", 0, {0, 1})), -1);
-  EXPECT_EQ(debug.text(), "Could not find function \"velant_test_nothing\" in \"" + LIBRARY +
-                              "\" with argument types [number, string].\n");
-}
-
-TEST_F(External, DefiningAgainReusesTheRowWithTheNewTypes) {
-  const int first = external_define(LIBRARY, "velant_test_add", 0, std::vector<int32_t>{0, 0});
-  const int other = external_define(LIBRARY, "velant_test_answer", 0, {});
-  EXPECT_NE(first, other);
-  EXPECT_EQ(external_define(LIBRARY, "velant_test_add", 1, std::vector<int32_t>{0}), first);
-  const DLL_RFunction* row = external_row(first);
-  EXPECT_EQ(row->argument_count, 1);
-  EXPECT_EQ(row->result_type, 1);
-  RValue two[] = {number(1), number(2)};
-  EXPECT_EQ(number_of(external_call(first, 2, two)), 0);  // the old count no longer fits
-}
-
-TEST_F(External, BareLibraryNameIsFoundBesideTheExecutable) {
+TEST_F(External, LibraryIsFoundBesideTheExecutableAndAMissingFunctionGivesMinusOne) {
+  EXPECT_EQ(debug_lines([] { EXPECT_EQ(define("nothing", 0, {0, 1}), -1); }),
+            "Could not find function \"velant_test_nothing\" in \"" + LIBRARY +
+                "\" with argument types [number, string].\n");
   // The tests and the library are built into the same folder.
-  const std::string name = LIBRARY.substr(LIBRARY.rfind('/') + 1);
-  const int index = external_define(name, "velant_test_answer", 0, {});
+  const int index = external_define(LIBRARY.substr(LIBRARY.rfind('/') + 1), "velant_test_answer", 0, {});
   ASSERT_GE(index, 0);
   EXPECT_EQ(external_row(index)->library, LIBRARY);
 }
 
-TEST_F(External, RegisterCallbacksLetsTheLibraryQueueAsyncEvents) {
-  ASSERT_GE(number_of(define("velant_test_RegisterCallbacks", 0, {1, 1, 1, 1})), 0);
-  const RValue report = define("velant_test_report", 0, {0, 0, 1});
-  const double map = number_of(call_row(report, {number(70), number(2.5), text("fatto")}));
-  ASSERT_GE(map, 0);
+TEST_F(External, RoutineWithTheBuiltinSignatureIsFoundAsSuchAndGetsSelf) {
+  const int native = int(define("native", 0, {0, 0}));
+  EXPECT_EQ(external_row(native)->name_form, ExternalNameForm::Builtin);
+  EXPECT_EQ(external_row(int(define("add", 0, {0, 0})))->name_form, ExternalNameForm::Plain);
+  int instance = 0;
+  RValue args[] = {num(1), num(2)};
+  EXPECT_EQ(shown(external_call(native, 2, args, reinterpret_cast<CInstance*>(&instance))), "number:2103");
+}
 
+TEST_F(External, CallsThatCannotHappenGiveMinusOneOrZero) {
+  EXPECT_EQ(shown(call_row(-1, {})), "number:-1");
+  EXPECT_EQ(shown(call_row(99, {})), "number:0");
+  // A freed library leaves its rows without routine until they are defined again.
+  const double add = define("add", 0, {0, 0});
+  call("external_free", {text(LIBRARY.c_str())});
+  EXPECT_EQ(shown(call_row(add, {num(1), num(2)})), "number:0");
+  EXPECT_EQ(define("add", 0, {0, 0}), add);
+  EXPECT_EQ(shown(call_row(add, {num(1), num(2)})), "number:3");
+
+  // Defining again reuses the row with the new types: the old count no longer fits.
+  EXPECT_NE(define("answer", 0, {}), add);
+  EXPECT_EQ(define("add", 1, {0}), add);
+  EXPECT_EQ(external_row(int(add))->argument_count, 1);
+  EXPECT_EQ(external_row(int(add))->result_type, 1);
+  EXPECT_EQ(shown(call_row(add, {num(1), num(2)})), "number:0");
+}
+
+TEST_F(External, RegisterCallbacksLetsTheLibraryQueueAsyncEvents) {
+  ASSERT_GE(define("RegisterCallbacks", 0, {1, 1, 1, 1}), 0);
+  const double report = define("report", 0, {0, 0, 1});
+  const std::string map = shown(call_row(report, {num(70), num(2.5), text("fatto")}));
   const std::vector<AsyncEvent> events = async_events_take();
   ASSERT_EQ(events.size(), 1u);
-  EXPECT_EQ(events[0].map_id, map);
+  EXPECT_EQ(map, "number:" + std::to_string(events[0].map_id));
   EXPECT_EQ(events[0].other_subtype, 70);
   const RValue handle = RValue::ref(REF_DS_MAP, events[0].map_id);
   EXPECT_EQ(ds_map_size(handle), 3);
-  EXPECT_EQ(number_of(ds_map_find_value(handle, text("value"))), 2.5);
-  EXPECT_EQ(text_of(ds_map_find_value(handle, text("text"))), "fatto");
-  EXPECT_EQ(text_of(ds_map_find_value(handle, text("source"))), "testlib");
+  EXPECT_EQ(shown(ds_map_find_value(handle, text("value"))), "number:2.50");
+  EXPECT_EQ(shown(ds_map_find_value(handle, text("text"))), "string:fatto");
+  EXPECT_EQ(shown(ds_map_find_value(handle, text("source"))), "string:testlib");
   ds_map_destroy(handle);
+  // One argument short: no call, so nothing is reported.
+  EXPECT_EQ(shown(call_row(report, {num(70), num(1)})), "number:0");
   EXPECT_TRUE(async_events_take().empty());
 }

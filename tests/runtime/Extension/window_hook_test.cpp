@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -14,7 +16,7 @@ const double CLOSE = WINDOW_COMMAND_CLOSE;
 const double MINIMIZE = 61472;  // a system command that nothing here sends
 
 // Calls a built-in by name and hands back its result.
-RValue call(const char* name, std::vector<RValue> args = {}) {
+RValue call(const std::string& name, std::vector<RValue> args = {}) {
   RValue result;
   EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
   return result;
@@ -25,11 +27,6 @@ bool truth(const RValue& v) {
   EXPECT_TRUE(v.is(Kind::Bool)) << "kind " << kind_name(v.kind());
   return v.real != 0.0;
 }
-
-bool call_truth(const char* name, std::vector<RValue> args = {}) { return truth(call(name, std::move(args))); }
-
-RValue number(double d) { return RValue::number(d); }
-RValue boolean(bool b) { return RValue::boolean(b); }
 
 class WindowHook : public ::testing::Test {
  protected:
@@ -44,181 +41,105 @@ class WindowHook : public ::testing::Test {
     window_command_set_active(WINDOW_COMMAND_CLOSE, true);
     ex_patch_window_close_capture(false);
   }
-  void click() { window_->simulate_close_request(); }
+
+  // Plays a script of steps separated by spaces, checking each answer as it comes:
+  //   click                  a click on the close button
+  //   quit=B held=B          the window quits / holds its close button back
+  //   hook unhook check run active
+  //                          window_command_<step> of the close command, or of
+  //                          another with ":min"; "=B" checks the answer
+  //   disable enable         window_command_set_active of the close command
+  //   capture release event  ex_patch_window_close_capture(true / false), _event
+  void play(const std::string& script) {
+    std::istringstream steps(script);
+    for (std::string step; steps >> step;) {
+      SCOPED_TRACE("step " + step + " of \"" + script + "\"");
+      const size_t equals = step.find('=');
+      const int expected = equals == std::string::npos ? -1 : step[equals + 1] - '0';
+      const std::string name = step.substr(0, std::min(equals, step.find(':')));
+      const RValue command = RValue::number(step.find(":min") != std::string::npos ? MINIMIZE : CLOSE);
+      const auto answer = [&](bool actual) { EXPECT_TRUE(expected < 0 || actual == (expected == 1)) << actual; };
+      if (name == "click") window_->simulate_close_request();
+      else if (name == "quit") answer(window_->should_quit());
+      else if (name == "held") answer(window_->close_held());
+      else if (name == "disable" || name == "enable")
+        call("window_command_set_active", {command, RValue::boolean(name == "enable")});
+      else if (name == "capture" || name == "release")
+        answer(truth(call("ex_patch_window_close_capture", {RValue::boolean(name == "capture")})));
+      else if (name == "event") answer(truth(call("ex_patch_window_close_event")));
+      else if (name == "active") answer(truth(call("window_command_get_active", {command})));
+      else answer(truth(call("window_command_" + name, {command})));
+    }
+  }
 
   platform::Window* window_ = nullptr;
 };
 
 TEST_F(WindowHook, HookedCloseClickIsReportedOnceAndDoesNotQuit) {
-  EXPECT_FALSE(call_truth("window_command_check", {number(CLOSE)})) << "nothing hooked, nothing arrived";
-  EXPECT_TRUE(call_truth("window_command_hook", {number(CLOSE)}));
-  EXPECT_TRUE(window_->close_held());
-  click();
-  EXPECT_FALSE(window_->should_quit());
-  EXPECT_TRUE(call_truth("window_command_check", {number(CLOSE)}));
-  EXPECT_FALSE(call_truth("window_command_check", {number(CLOSE)})) << "one click, one report";
-
-  click();
-  click();
-  EXPECT_TRUE(window_command_check(WINDOW_COMMAND_CLOSE));
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE)) << "two clicks before a check count once";
-
-  EXPECT_TRUE(window_command_hook(WINDOW_COMMAND_CLOSE)) << "hooking again keeps the one hook";
-  click();
-  EXPECT_TRUE(window_command_check(WINDOW_COMMAND_CLOSE));
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE));
-  EXPECT_FALSE(window_->should_quit());
+  // Two clicks before a check count once; hooking again keeps the one hook.
+  play("check=0 hook=1 held=1 click quit=0 check=1 check=0 click click check=1 check=0 "
+       "hook=1 click check=1 check=0 quit=0");
 }
 
 TEST_F(WindowHook, UnhookedCloseClickQuitsAndAnUncheckedClickIsForgotten) {
-  window_command_hook(WINDOW_COMMAND_CLOSE);
-  click();
-  EXPECT_TRUE(call_truth("window_command_unhook", {number(CLOSE)}));
-  EXPECT_FALSE(call_truth("window_command_unhook", {number(CLOSE)})) << "no hook left to remove";
-  EXPECT_FALSE(window_->close_held());
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE)) << "the click before the unhook isn't reported";
-  EXPECT_FALSE(window_->should_quit());
-
-  click();
-  EXPECT_TRUE(window_->should_quit());
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE));
+  play("hook click unhook=1 unhook=0 held=0 check=0 quit=0 click quit=1 check=0");
 }
 
 TEST_F(WindowHook, CapturedCloseIsReportedOnceUntilReleased) {
-  EXPECT_TRUE(call_truth("ex_patch_window_close_capture", {boolean(true)}));
-  click();
-  EXPECT_FALSE(window_->should_quit());
-  EXPECT_TRUE(call_truth("ex_patch_window_close_event"));
-  EXPECT_FALSE(call_truth("ex_patch_window_close_event"));
-
-  click();
-  click();
-  EXPECT_TRUE(ex_patch_window_close_event());
-  EXPECT_FALSE(ex_patch_window_close_event()) << "two clicks before a call count once";
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE)) << "the capture doesn't report to an unhooked command";
-
-  click();
-  EXPECT_TRUE(call_truth("ex_patch_window_close_capture", {boolean(false)}));
-  EXPECT_FALSE(ex_patch_window_close_event()) << "released before the event was asked";
-  EXPECT_FALSE(window_->should_quit());
-  click();
-  EXPECT_TRUE(window_->should_quit());
+  // The capture doesn't report to an unhooked command; a release forgets a click not yet asked for.
+  play("capture=1 click quit=0 event=1 event=0 click click event=1 event=0 check=0 "
+       "click release=1 event=0 quit=0 click quit=1");
 }
 
 TEST_F(WindowHook, HookAndCaptureEachReportTheSameClickOnce) {
-  window_command_hook(WINDOW_COMMAND_CLOSE);
-  ex_patch_window_close_capture(true);
-  click();
-  EXPECT_TRUE(window_command_check(WINDOW_COMMAND_CLOSE));
-  EXPECT_TRUE(ex_patch_window_close_event());
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE));
-  EXPECT_FALSE(ex_patch_window_close_event());
-
-  // The event asked first takes the click for both alike.
-  click();
-  EXPECT_TRUE(ex_patch_window_close_event());
-  EXPECT_TRUE(window_command_check(WINDOW_COMMAND_CLOSE));
-
-  window_command_unhook(WINDOW_COMMAND_CLOSE);
-  click();
-  EXPECT_FALSE(window_->should_quit()) << "the capture still holds the close";
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE));
-  EXPECT_TRUE(ex_patch_window_close_event());
-
-  ex_patch_window_close_capture(false);
-  click();
-  EXPECT_TRUE(window_->should_quit());
+  // Whichever is asked first, both have the click; the capture alone still holds the close.
+  play("hook capture click check=1 event=1 check=0 event=0 click event=1 check=1 "
+       "unhook click quit=0 check=0 event=1 release click quit=1");
 }
 
-TEST_F(WindowHook, ClickGoesOnlyToWhatHeldTheCloseWhenItCame) {
-  window_command_hook(WINDOW_COMMAND_CLOSE);
-  click();
-  ex_patch_window_close_capture(true);
-  EXPECT_FALSE(ex_patch_window_close_event()) << "captured after the click";
-  EXPECT_TRUE(window_command_check(WINDOW_COMMAND_CLOSE));
-}
+TEST_F(WindowHook, ClickGoesOnlyToWhatHeldTheCloseWhenItCame) { play("hook click capture event=0 check=1"); }
 
 TEST_F(WindowHook, OtherCommandsAreHookedAndCheckedButNothingSendsThem) {
-  EXPECT_TRUE(call_truth("window_command_hook", {number(MINIMIZE)}));
-  EXPECT_FALSE(window_->close_held()) << "hooking another command leaves the close alone";
-  click();
-  EXPECT_TRUE(window_->should_quit());
-  EXPECT_FALSE(call_truth("window_command_check", {number(MINIMIZE)}));
-  EXPECT_FALSE(call_truth("window_command_run", {number(MINIMIZE), number(1)}));
-  EXPECT_TRUE(call_truth("window_command_unhook", {number(MINIMIZE)}));
+  play("hook:min=1 held=0 click quit=1 check:min=0 run:min=0 unhook:min=1");
 }
 
-TEST_F(WindowHook, RunningTheCloseCommandClosesPastTheHook) {
-  window_command_hook(WINDOW_COMMAND_CLOSE);
-  EXPECT_TRUE(call_truth("window_command_run", {number(CLOSE)}));
-  EXPECT_TRUE(window_->should_quit());
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE)) << "a run is no click to report";
-  EXPECT_TRUE(window_->close_held()) << "the hook holds later clicks again";
+TEST_F(WindowHook, RunningTheCloseCommandClosesPastTheHookWhichHoldsLaterClicks) {
+  play("hook run=1 quit=1 check=0 held=1");
 }
 
-TEST_F(WindowHook, DisabledCloseCommandIgnoresClicks) {
-  EXPECT_TRUE(call_truth("window_command_get_active", {number(CLOSE)}));
-  EXPECT_TRUE(call_truth("window_command_get_active", {number(MINIMIZE)}));
-  window_command_hook(WINDOW_COMMAND_CLOSE);
-  ex_patch_window_close_capture(true);
-  call("window_command_set_active", {number(CLOSE), boolean(false)});
-  EXPECT_FALSE(call_truth("window_command_get_active", {number(CLOSE)}));
-  EXPECT_TRUE(window_command_get_active(static_cast<int32_t>(MINIMIZE))) << "each command has its own state";
-
-  click();
-  EXPECT_FALSE(window_->should_quit());
-  EXPECT_FALSE(window_command_check(WINDOW_COMMAND_CLOSE)) << "a click on a disabled button is dropped";
-  EXPECT_FALSE(ex_patch_window_close_event());
-
-  window_command_unhook(WINDOW_COMMAND_CLOSE);
-  ex_patch_window_close_capture(false);
-  click();
-  EXPECT_FALSE(window_->should_quit()) << "disabled, the button closes nothing even unheld";
-
-  window_command_set_active(WINDOW_COMMAND_CLOSE, true);
-  click();
-  EXPECT_TRUE(window_->should_quit());
+TEST_F(WindowHook, DisabledCloseCommandDropsClicksHeldOrNot) {
+  // Each command has its own state.
+  play("active=1 active:min=1 hook capture disable active=0 active:min=1 click quit=0 check=0 event=0 "
+       "unhook release click quit=0 enable click quit=1");
 }
 
-TEST_F(WindowHook, CloseMessageHasItsDefaultAndKeepsWhatIsSet) {
+TEST_F(WindowHook, CloseMessageAndWindowStatesReadBackWhatWasSet) {
   const std::string default_message = "Are you sure you want to quit? You may lose any unsaved progress!";
   call("ex_patch_window_close_initialize");
   EXPECT_EQ(call("ex_patch_window_close_get_message").string_view(), default_message);
   call("ex_patch_window_close_set_message", {RValue::text("Vuoi davvero uscire?")});
-  EXPECT_EQ(call("ex_patch_window_close_get_message").string_view(), "Vuoi davvero uscire?");
   EXPECT_EQ(ex_patch_window_close_get_message(), "Vuoi davvero uscire?");
   ex_patch_window_close_initialize();
   EXPECT_EQ(ex_patch_window_close_get_message(), default_message);
-}
 
-TEST_F(WindowHook, WindowStatesReadBackWhatWasSet) {
-  EXPECT_FALSE(call_truth("window_get_topmost"));
-  call("window_set_topmost", {boolean(true)});
-  EXPECT_TRUE(call_truth("window_get_topmost"));
-  call("window_set_topmost", {number(0)});
-  EXPECT_FALSE(call_truth("window_get_topmost"));
-
-  EXPECT_TRUE(call_truth("window_get_taskbar_button_visible"));
-  call("window_set_taskbar_button_visible", {boolean(false)});
-  EXPECT_FALSE(call_truth("window_get_taskbar_button_visible"));
-  call("window_set_taskbar_button_visible", {boolean(true)});
-  EXPECT_TRUE(call_truth("window_get_taskbar_button_visible"));
-
-  EXPECT_TRUE(call_truth("window_get_background_redraw"));
-  call("window_set_background_redraw", {boolean(false)});
-  EXPECT_FALSE(call_truth("window_get_background_redraw"));
-  call("window_set_background_redraw", {boolean(true)});
-  EXPECT_TRUE(call_truth("window_get_background_redraw"));
-
-  EXPECT_TRUE(window_get_visible_w());
-  call("window_set_visible_w", {boolean(false)});
-  EXPECT_FALSE(window_get_visible_w());
-  call("window_set_visible_w", {boolean(true)});
-  EXPECT_TRUE(window_get_visible_w());
+  const struct { const char* getter; const char* setter; bool initially; } states[] = {
+      {"window_get_topmost", "window_set_topmost", false},
+      {"window_get_taskbar_button_visible", "window_set_taskbar_button_visible", true},
+      {"window_get_background_redraw", "window_set_background_redraw", true},
+      {nullptr, "window_set_visible_w", true},  // read back directly: no built-in by name
+  };
+  for (const auto& state : states) {
+    SCOPED_TRACE(state.setter);
+    const auto get = [&] { return state.getter ? truth(call(state.getter)) : window_get_visible_w(); };
+    EXPECT_EQ(get(), state.initially);
+    call(state.setter, {RValue::boolean(!state.initially)});
+    EXPECT_EQ(get(), !state.initially);
+    call(state.setter, {RValue::number(state.initially)});  // a number will do
+    EXPECT_EQ(get(), state.initially);
+  }
 
   const RValue handle = call("window_handle");
-  ASSERT_TRUE(handle.is(Kind::Ptr));
-  EXPECT_EQ(handle.ptr, window_);
+  EXPECT_TRUE(handle.is(Kind::Ptr) && handle.ptr == window_);
 }
 
 }  // namespace

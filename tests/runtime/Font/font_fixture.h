@@ -19,9 +19,7 @@ class FontTest : public ::testing::Test {
  protected:
   void SetUp() override {
     register_runtime_builtins();
-    draw_set_font(-1);
-    draw_set_halign(TEXT_ALIGN_START);
-    draw_set_valign(TEXT_ALIGN_START);
+    TearDown();
   }
   void TearDown() override {
     draw_set_font(-1);
@@ -41,7 +39,7 @@ class FontTest : public ::testing::Test {
 // What the debug stream receives while the capture lives.
 class DebugCapture {
  public:
-  DebugCapture() : file_(std::tmpfile()) { set_debug_output_file(file_); }
+  DebugCapture() { set_debug_output_file(file_); }
   ~DebugCapture() {
     set_debug_output_file(nullptr);
     std::fclose(file_);
@@ -49,7 +47,6 @@ class DebugCapture {
   DebugCapture(const DebugCapture&) = delete;
   DebugCapture& operator=(const DebugCapture&) = delete;
   std::string text() const {
-    std::fflush(file_);
     std::rewind(file_);
     std::string all;
     for (int c; (c = std::fgetc(file_)) != EOF;) all.push_back(static_cast<char>(c));
@@ -57,5 +54,5 @@ class DebugCapture {
   }
 
  private:
-  std::FILE* file_;
+  std::FILE* file_ = std::tmpfile();
 };

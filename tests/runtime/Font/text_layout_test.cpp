@@ -30,77 +30,70 @@ int32_t ink_left_in_row(const CGlyph& glyph, int32_t row) {
   return -1;
 }
 
+// The left, top, right and bottom of a quad or a box, to compare at once.
+template <typename Rect>
+std::vector<float> edges(const Rect& r) {
+  return {r.left, r.top, r.right, r.bottom};
+}
+
 }  // namespace
 
-TEST_F(FontTest, GlyphsStandAtTheirOffsetsAlongThePen) {
+TEST_F(FontTest, GlyphsStandAtTheirOffsetsAlongThePenAndLinesByTheSeparation) {
   draw_set_font(EDITOR_FONT);
-  const CGlyph a = glyph_of(EDITOR_FONT, 'a');
+  const auto a = static_cast<float>(glyph_of(EDITOR_FONT, 'a').offset);
   const CGlyph b = glyph_of(EDITOR_FONT, 'b');
   const TextLayout& layout = text_layout("a b", -1, -1);
   ASSERT_EQ(layout.quads.size(), 2u);  // the blank has no pixels and no quad
   EXPECT_EQ(layout.lines, 1);
-  const GlyphQuad& first = layout.quads[0];
-  EXPECT_FLOAT_EQ(first.left, static_cast<float>(a.offset));
-  EXPECT_FLOAT_EQ(first.right, static_cast<float>(a.offset + a.width));
-  EXPECT_FLOAT_EQ(first.top, 0);
-  EXPECT_FLOAT_EQ(first.bottom, 15);
+  EXPECT_EQ(edges(layout.quads[0]), (std::vector<float>{a, 0, a + static_cast<float>(glyph_of(EDITOR_FONT, 'a').width), 15}));
   EXPECT_FLOAT_EQ(layout.quads[1].left, static_cast<float>(14 + b.offset));
-  EXPECT_FLOAT_EQ(layout.box.left, 0);
-  EXPECT_FLOAT_EQ(layout.box.top, 0);
-  EXPECT_FLOAT_EQ(layout.box.right, 21);
-  EXPECT_FLOAT_EQ(layout.box.bottom, 15);
+  EXPECT_EQ(edges(layout.box), (std::vector<float>{0, 0, 21, 15}));
+
+  const TextLayout& wrapped = text_layout("uno due tre", 20, 48);
+  EXPECT_EQ(wrapped.lines, 3);
+  ASSERT_EQ(wrapped.quads.size(), 9u);
+  EXPECT_FLOAT_EQ(wrapped.quads[3].top, 20);
+  EXPECT_FLOAT_EQ(wrapped.quads[6].top, 40);
+  EXPECT_FLOAT_EQ(wrapped.quads[6].left, static_cast<float>(glyph_of(EDITOR_FONT, 't').offset));
+  EXPECT_EQ(edges(wrapped.box), (std::vector<float>{0, 0, 21, 40 + 15}));
+  EXPECT_EQ(text_layout("a#b", -1, -1).quads.size(), 3u) << "'#' is an ordinary character";
 }
 
 TEST_F(FontTest, HorizontalAlignmentPlacesEachLineByItsOwnWidth) {
   draw_set_font(EDITOR_FONT);
-  const float a = static_cast<float>(glyph_of(EDITOR_FONT, 'a').offset);
+  const auto a = static_cast<float>(glyph_of(EDITOR_FONT, 'a').offset);
   draw_set_halign(TEXT_ALIGN_CENTRE);
   const TextLayout& centred = text_layout("ab\nabc", -1, -1);
   ASSERT_EQ(centred.quads.size(), 5u);
-  EXPECT_FLOAT_EQ(centred.quads[0].left, -7 + a);
   // Half of an odd width is not rounded.
+  EXPECT_FLOAT_EQ(centred.quads[0].left, -7 + a);
   EXPECT_FLOAT_EQ(centred.quads[2].left, -10.5f + a);
   EXPECT_FLOAT_EQ(centred.quads[2].top, 15);
-  EXPECT_FLOAT_EQ(centred.box.left, -10.5f);
-  EXPECT_FLOAT_EQ(centred.box.right, 10.5f);
+  EXPECT_EQ(edges(centred.box), (std::vector<float>{-10.5f, 0, 10.5f, 30}));
 
   draw_set_halign(TEXT_ALIGN_END);
   const TextLayout& right = text_layout("ab\nabc", -1, -1);
   EXPECT_FLOAT_EQ(right.quads[0].left, -14 + a);
   EXPECT_FLOAT_EQ(right.quads[2].left, -21 + a);
-  EXPECT_FLOAT_EQ(right.box.left, -21);
-  EXPECT_FLOAT_EQ(right.box.right, 0);
+  EXPECT_EQ(edges(right.box), (std::vector<float>{-21, 0, 0, 30}));
 }
 
 TEST_F(FontTest, VerticalAlignmentHalvesWithIntegerDivisions) {
   draw_set_font(EDITOR_FONT);
   const int32_t h = line_height_of(EDITOR_FONT);
-  ASSERT_EQ(h % 2, 1) << "an odd line height shows the integer division";
+  ASSERT_EQ(h, 15) << "an odd line height shows the integer division";
   draw_set_valign(TEXT_ALIGN_CENTRE);
   // Two lines 15 apart: 15 / 2 and 15 / 2, each whole: 7 + 7, not 15.
-  EXPECT_FLOAT_EQ(text_layout("a\nb", 15, -1).quads[0].top, static_cast<float>(-(h / 2) - 15 / 2));
   EXPECT_FLOAT_EQ(text_layout("a\nb", 15, -1).quads[0].top, -14);
-  EXPECT_FLOAT_EQ(text_layout("a\nb\nc", 15, -1).quads[0].top, static_cast<float>(-(h / 2) - 30 / 2));
-  EXPECT_FLOAT_EQ(text_layout("a", -1, -1).quads[0].top, static_cast<float>(-(h / 2)));
+  EXPECT_FLOAT_EQ(text_layout("a\nb\nc", 15, -1).quads[0].top, -7 - 15);
+  EXPECT_FLOAT_EQ(text_layout("a", -1, -1).quads[0].top, -7);
 
   draw_set_valign(TEXT_ALIGN_END);
   const TextLayout& bottom = text_layout("a\nb", 20, -1);
-  EXPECT_FLOAT_EQ(bottom.quads[0].top, static_cast<float>(-h - 20));
-  EXPECT_FLOAT_EQ(bottom.quads[1].top, static_cast<float>(-h));
-  EXPECT_FLOAT_EQ(bottom.box.top, static_cast<float>(-h - 20));
+  EXPECT_FLOAT_EQ(bottom.quads[0].top, -15 - 20);
+  EXPECT_FLOAT_EQ(bottom.quads[1].top, -15);
+  EXPECT_FLOAT_EQ(bottom.box.top, -15 - 20);
   EXPECT_FLOAT_EQ(bottom.box.bottom, 0);
-}
-
-TEST_F(FontTest, SeparationAndWrapWidthPlaceTheLines) {
-  draw_set_font(EDITOR_FONT);
-  const TextLayout& layout = text_layout("uno due tre", 20, 48);
-  EXPECT_EQ(layout.lines, 3);
-  ASSERT_EQ(layout.quads.size(), 9u);
-  EXPECT_FLOAT_EQ(layout.quads[3].top, 20);
-  EXPECT_FLOAT_EQ(layout.quads[6].top, 40);
-  EXPECT_FLOAT_EQ(layout.quads[6].left, static_cast<float>(glyph_of(EDITOR_FONT, 't').offset));
-  EXPECT_FLOAT_EQ(layout.box.bottom, 40 + 15);
-  EXPECT_FLOAT_EQ(layout.box.right, 21);
 }
 
 TEST_F(FontTest, QuadsPointAtTheirGlyphsPixels) {

@@ -4,12 +4,12 @@
 
 #include <chrono>
 #include <cstdio>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
+#include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Platform/Headless.h"
@@ -19,37 +19,27 @@
 
 namespace {
 
-struct DialogCall {
-  std::string kind;  // "message" or "question"
-  std::string title;
-  std::string text;
-  std::thread::id thread;
-};
+using Texts = std::vector<std::string>;
 
-// Dialogs that note every call and answer questions as told; asynchronous
-// dialogs call them from a worker thread.
-class RecordingDialogs final : public platform::Dialogs {
- public:
-  RecordingDialogs(std::vector<DialogCall>& calls, std::mutex& lock, bool answer)
-      : calls_(calls), lock_(lock), answer_(answer) {}
-  void message(const std::string& title, const std::string& text) override { note("message", title, text); }
+// Dialogs that note every call as "kind|title|text", with the thread it came
+// from, and answer questions as told. An asynchronous dialog calls them from
+// a worker thread, which has noted its call before its event is queued.
+struct RecordingDialogs final : platform::Dialogs {
+  void message(const std::string& title, const std::string& text) override { note("message|" + title + "|" + text); }
   bool question(const std::string& title, const std::string& text) override {
-    note("question", title, text);
-    return answer_;
+    note("question|" + title + "|" + text);
+    return answer;
   }
-  platform::ErrorChoice error(const std::string& title, const std::string& text, bool) override {
-    note("error", title, text);
+  platform::ErrorChoice error(const std::string&, const std::string&, bool) override {
     return platform::ErrorChoice::Abort;
   }
-
- private:
-  void note(const char* kind, const std::string& title, const std::string& text) {
-    std::lock_guard<std::mutex> guard(lock_);
-    calls_.push_back({kind, title, text, std::this_thread::get_id()});
+  void note(const std::string& call) {
+    calls.push_back(call);
+    threads.push_back(std::this_thread::get_id());
   }
-  std::vector<DialogCall>& calls_;
-  std::mutex& lock_;
-  bool answer_;
+  bool answer = true;
+  Texts calls;
+  std::vector<std::thread::id> threads;
 };
 
 RValue call(const char* name, std::vector<RValue> args) {
@@ -58,13 +48,26 @@ RValue call(const char* name, std::vector<RValue> args) {
   return result;
 }
 
-// All that was written to a temporary file.
-std::string contents(std::FILE* file) {
-  std::fflush(file);
+// All that was written to a temporary file, which is then closed.
+std::string contents_and_close(std::FILE* file) {
   std::rewind(file);
   std::string all;
   for (int c; (c = std::fgetc(file)) != EOF;) all.push_back(static_cast<char>(c));
+  std::fclose(file);
   return all;
+}
+
+// The "id", "status" and "result" of an async dialog's map, as one text; the map is freed.
+std::string report_of(const AsyncEvent& event) {
+  EXPECT_EQ(event.other_subtype, OTHER_ASYNC_DIALOG);
+  const RValue map = RValue::ref(REF_DS_MAP, event.map_id);
+  EXPECT_EQ(ds_map_size(map), 3);
+  std::string report;
+  for (const char* key : {"id", "status", "result"}) {
+    report += value_to_text(ds_map_find_value(map, RValue::text(key))) + ";";
+  }
+  ds_map_destroy(map);
+  return report;
 }
 
 class DialogFunctions : public ::testing::Test {
@@ -73,58 +76,29 @@ class DialogFunctions : public ::testing::Test {
     register_runtime_builtins();
     platform::set_headless(true);
     async_events_take();
+    auto dialogs = std::make_unique<RecordingDialogs>();
+    dialogs_ = dialogs.get();
+    platform::set_dialogs(std::move(dialogs));
   }
   void TearDown() override {
     platform::set_dialogs(platform::make_headless_dialogs(stdout, stderr));
     platform::set_headless(true);
   }
-  void answer_questions(bool answer) {
-    platform::set_dialogs(std::make_unique<RecordingDialogs>(calls_, lock_, answer));
-  }
-  std::vector<DialogCall> recorded() {
-    std::lock_guard<std::mutex> guard(lock_);
-    return calls_;
-  }
 
-  std::vector<DialogCall> calls_;
-  std::mutex lock_;
+  RecordingDialogs* dialogs_ = nullptr;  // owned by the platform until TearDown
 };
-
-// The "id", "status" and "result" of an async dialog's map, then frees it.
-struct DialogReport {
-  double id, status;
-  std::string result;
-};
-DialogReport take_report(const AsyncEvent& event) {
-  EXPECT_EQ(event.other_subtype, OTHER_ASYNC_DIALOG);
-  const RValue map = RValue::ref(REF_DS_MAP, event.map_id);
-  EXPECT_EQ(ds_map_size(map), 3);
-  DialogReport report{ds_map_find_value(map, RValue::text("id")).real,
-                      ds_map_find_value(map, RValue::text("status")).real,
-                      std::string(ds_map_find_value(map, RValue::text("result")).string_view())};
-  ds_map_destroy(map);
-  return report;
-}
 
 }  // namespace
 
 TEST_F(DialogFunctions, MessageAndQuestionShowTheTextFormUnderTheGameName) {
-  answer_questions(false);
+  dialogs_->answer = false;
   EXPECT_TRUE(call("show_message", {RValue::number(3.5)}).is(Kind::Undefined));
   const RValue no = call("show_question", {RValue::text("Salvare?")});
   EXPECT_TRUE(no.is(Kind::Number));
   EXPECT_EQ(no.real, 0);
-  answer_questions(true);
+  dialogs_->answer = true;
   EXPECT_EQ(call("show_question", {RValue::boolean(true)}).real, 1);
-
-  const std::vector<DialogCall> calls = recorded();
-  ASSERT_EQ(calls.size(), 3u);
-  EXPECT_EQ(calls[0].kind, "message");
-  EXPECT_EQ(calls[0].title, "Velant");
-  EXPECT_EQ(calls[0].text, "3.50");
-  EXPECT_EQ(calls[1].kind, "question");
-  EXPECT_EQ(calls[1].text, "Salvare?");
-  EXPECT_EQ(calls[2].text, "1");
+  EXPECT_EQ(dialogs_->calls, (Texts{"message|Velant|3.50", "question|Velant|Salvare?", "question|Velant|1"}));
   EXPECT_FATAL(call("show_message", {RValue()}), "STRING argument is unset");
 }
 
@@ -134,41 +108,27 @@ TEST_F(DialogFunctions, HeadlessDialogsPrintTheTextAndAnswerYes) {
   platform::set_dialogs(platform::make_headless_dialogs(out, err));
   call("show_message", {RValue::text("riga uno\nriga due")});
   EXPECT_EQ(call("show_question", {RValue::text("Continuare?")}).real, 1);
-  EXPECT_EQ(contents(out), "riga uno\nriga due\n\nContinuare?\n\n");
-  EXPECT_EQ(contents(err), "");
   platform::set_dialogs(platform::make_headless_dialogs(stdout, stderr));
-  std::fclose(out);
-  std::fclose(err);
+  EXPECT_EQ(contents_and_close(out), "riga uno\nriga due\n\nContinuare?\n\n");
+  EXPECT_EQ(contents_and_close(err), "");
 }
 
 TEST_F(DialogFunctions, AsyncDialogsReportToOther63InOrderWhenHeadless) {
-  answer_questions(false);
+  dialogs_->answer = false;
   const RValue question = call("show_question_async", {RValue::text("Pronto?")});
   const RValue message = call("show_message_async", {RValue::number(7)});
   ASSERT_TRUE(question.is(Kind::Number));
   EXPECT_EQ(message.real, question.real + 1);
-
   const std::vector<AsyncEvent> events = async_events_take();
   ASSERT_EQ(events.size(), 2u);
-  const DialogReport first = take_report(events[0]);
-  EXPECT_EQ(first.id, question.real);
-  EXPECT_EQ(first.status, 0);  // "No"
-  EXPECT_EQ(first.result, "");
-  const DialogReport second = take_report(events[1]);
-  EXPECT_EQ(second.id, message.real);
-  EXPECT_EQ(second.status, 1);
-
-  const std::vector<DialogCall> calls = recorded();
-  ASSERT_EQ(calls.size(), 2u);
-  EXPECT_EQ(calls[0].kind, "question");
-  EXPECT_EQ(calls[0].text, "Pronto?");
-  EXPECT_EQ(calls[1].kind, "message");
-  EXPECT_EQ(calls[1].text, "7");
-  EXPECT_EQ(calls[1].thread, std::this_thread::get_id());
+  // The question was answered "No"; no text is asked for.
+  EXPECT_EQ(report_of(events[0]), value_to_text(question) + ";0;;");
+  EXPECT_EQ(report_of(events[1]), value_to_text(message) + ";1;;");
+  EXPECT_EQ(dialogs_->calls, (Texts{"question|Velant|Pronto?", "message|Velant|7"}));
+  EXPECT_EQ(dialogs_->threads, (std::vector<std::thread::id>(2, std::this_thread::get_id())));
 }
 
 TEST_F(DialogFunctions, AsyncDialogWithAWindowRunsOnAWorkerAndReportsLater) {
-  answer_questions(true);
   platform::set_headless(false);
   const int id = show_question_async(RValue::text("Da un altro filo?"));
   std::vector<AsyncEvent> events;
@@ -178,13 +138,9 @@ TEST_F(DialogFunctions, AsyncDialogWithAWindowRunsOnAWorkerAndReportsLater) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   ASSERT_EQ(events.size(), 1u);
-  const DialogReport report = take_report(events[0]);
-  EXPECT_EQ(report.id, id);
-  EXPECT_EQ(report.status, 1);
-  const std::vector<DialogCall> calls = recorded();
-  ASSERT_EQ(calls.size(), 1u);
-  EXPECT_EQ(calls[0].text, "Da un altro filo?");
-  EXPECT_NE(calls[0].thread, std::this_thread::get_id());
+  EXPECT_EQ(report_of(events[0]), std::to_string(id) + ";1;;");
+  EXPECT_EQ(dialogs_->calls, (Texts{"question|Velant|Da un altro filo?"}));
+  EXPECT_NE(dialogs_->threads.at(0), std::this_thread::get_id());
 }
 
 TEST_F(DialogFunctions, DebugMessageWritesTheTextFormAndANewline) {
@@ -196,6 +152,5 @@ TEST_F(DialogFunctions, DebugMessageWritesTheTextFormAndANewline) {
   const std::string long_text(3000, 'x');
   show_debug_message(RValue::text(long_text));
   set_debug_output_file(nullptr);
-  EXPECT_EQ(contents(debug), "ciao\n0.50\ngià a capo\n\n" + long_text + "\n");
-  std::fclose(debug);
+  EXPECT_EQ(contents_and_close(debug), "ciao\n0.50\ngià a capo\n\n" + long_text + "\n");
 }

@@ -15,6 +15,7 @@
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
+#include "support/TempFolder.h"
 
 struct Rgba {
   int r, g, b, a;
@@ -54,4 +55,8 @@ class GraphicsTest : public ::testing::Test {
   static bool is(const Rgba& p, int r, int g, int b, int tolerance = 2) {
     return std::abs(p.r - r) <= tolerance && std::abs(p.g - g) <= tolerance && std::abs(p.b - b) <= tolerance;
   }
+  // The path of `name` in the test's own folder, gone with the test.
+  std::string file(const std::string& name) const { return (files_ / name).string(); }
+
+  TempFolder files_{"velant_graphics"};
 };

@@ -1,7 +1,5 @@
 // What the window shows: saved as a PNG, read a pixel at a time, and text
 // placed by its alignment.
-#include <filesystem>
-
 #include "graphics_fixture.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Graphics/ImageFile.h"
@@ -37,11 +35,10 @@ TEST_F(GraphicsTest, TheWindowIsSavedOpaqueAndReadPixelByPixel) {
   draw_rectangle(10, 20, 30, 40, false);
   EXPECT_EQ(draw_getpixel(15, 25), 65280);
   EXPECT_EQ(draw_getpixel(50, 50), 255);
-  const std::string file = (std::filesystem::temp_directory_path() / "velant_screen_test.png").string();
-  ASSERT_TRUE(screen_save(file));
+  const std::string saved = file("screen.png");
+  ASSERT_TRUE(screen_save(saved));
   Image image;
-  ASSERT_TRUE(image_load(file, image));
-  std::filesystem::remove(file);
+  ASSERT_TRUE(image_load(saved, image));
   ASSERT_EQ(image.width, WINDOW_WIDTH);
   ASSERT_EQ(image.height, WINDOW_HEIGHT);
   const uint8_t* green = &image.rgba[static_cast<size_t>((25 * WINDOW_WIDTH + 15) * 4)];
@@ -52,8 +49,7 @@ TEST_F(GraphicsTest, TheWindowIsSavedOpaqueAndReadPixelByPixel) {
   EXPECT_EQ(red[3], 255) << "every pixel saved opaque";
   // Saving leaves the program's target as it was.
   const int32_t s = canvas(8, 8);
-  ASSERT_TRUE(screen_save(file));
-  std::filesystem::remove(file);
+  ASSERT_TRUE(screen_save(saved));
   draw_rectangle(0, 0, 8, 8, false);
   EXPECT_EQ(surface_getpixel(s, 4, 4), 65280);
   surface_reset_target();

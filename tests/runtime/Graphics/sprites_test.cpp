@@ -5,8 +5,6 @@
 
 #include <jpeglib.h>
 
-#include <filesystem>
-
 #include "graphics_fixture.h"
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/SpriteDrawing.h"
@@ -14,10 +12,6 @@
 #include "support/Fatal.h"
 
 namespace {
-
-std::string temp_file(const std::string& name) {
-  return (std::filesystem::temp_directory_path() / ("velant_sprite_test_" + name)).string();
-}
 
 // A picture of two frames side by side, each 4 x 2: the first red, the second
 // green, the bottom-left pixel of the whole picture white.
@@ -67,7 +61,7 @@ void write_jpeg(const std::string& file, uint8_t r, uint8_t g, uint8_t b) {
 }
 
 TEST_F(GraphicsTest, SpritesLoadFromPngAndJpegFiles) {
-  const std::string png = temp_file("frames.png");
+  const std::string png = file("frames.png");
   ASSERT_TRUE(image_save_png(png, two_frames()));
   const int32_t s = sprite_add(png, 2, false, false, 1, 1);
   ASSERT_GE(s, 0);
@@ -76,7 +70,7 @@ TEST_F(GraphicsTest, SpritesLoadFromPngAndJpegFiles) {
   EXPECT_EQ(sprite_get_number(s), 2);
   EXPECT_EQ(sprite_get(s)->xorigin, 1);
 
-  const std::string jpeg = temp_file("plain.jpg");
+  const std::string jpeg = file("plain.jpg");
   write_jpeg(jpeg, 0, 0, 250);
   const int32_t j = sprite_add(jpeg, 1, false, false, 0, 0);
   ASSERT_GE(j, 0);
@@ -87,20 +81,14 @@ TEST_F(GraphicsTest, SpritesLoadFromPngAndJpegFiles) {
   surface_reset_target();
 
   // Neither a picture nor a file: no sprite, and no harm.
-  const std::string text = temp_file("not_a_picture.png");
-  std::FILE* f = std::fopen(text.c_str(), "wb");
-  std::fputs("ciao", f);
-  std::fclose(f);
-  EXPECT_EQ(sprite_add(text, 1, false, false, 0, 0), -1);
-  EXPECT_EQ(sprite_add(temp_file("missing.png"), 1, false, false, 0, 0), -1);
-  for (const std::string& file : {png, jpeg, text}) std::filesystem::remove(file);
+  EXPECT_EQ(sprite_add(files_.write("not_a_picture.png", "ciao").string(), 1, false, false, 0, 0), -1);
+  EXPECT_EQ(sprite_add(file("missing.png"), 1, false, false, 0, 0), -1);
 }
 
 TEST_F(GraphicsTest, SpritesDrawTheirFramesScaledTurnedAndTinted) {
-  const std::string png = temp_file("draw.png");
+  const std::string png = file("draw.png");
   ASSERT_TRUE(image_save_png(png, two_frames()));
   const int32_t s = sprite_add(png, 2, false, false, 0, 0);
-  std::filesystem::remove(png);
   canvas(64, 64);
   // Frame 1 (green), ten times as large: 40 x 20 from (5, 5).
   draw_sprite_ext(s, 1, 5, 5, 10, 10, 0, 0xFFFFFF, 1);
@@ -137,10 +125,9 @@ TEST_F(GraphicsTest, SpritesFromSurfacesAndBackgroundsRemoved) {
   surface_reset_target();
 
   // The colour of the bottom-left pixel goes transparent.
-  const std::string png = temp_file("back.png");
+  const std::string png = file("back.png");
   ASSERT_TRUE(image_save_png(png, two_frames()));
   const int32_t cut = sprite_add(png, 1, true, false, 0, 0);
-  std::filesystem::remove(png);
   const SpriteImage& image = sprite_get(cut)->images[0];
   EXPECT_EQ(image.rgba[(1 * 8 + 0) * 4 + 3], 0);
   EXPECT_EQ(image.rgba[(0 * 8 + 0) * 4 + 3], 255);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
@@ -14,193 +15,119 @@ class InputTest : public ::testing::Test {
   void SetUp() override { input_reset(); }
 };
 
-// Three per-frame answers as one text, so that a frame's state reads in one line:
-// "down pressed released", with "-" for each that is false.
-std::string states(bool down, bool pressed, bool released) {
-  return std::string(down ? "down" : "-") + (pressed ? " pressed" : " -") + (released ? " released" : " -");
-}
-std::string key_state(int code) { return states(key_down(code), key_pressed(code), key_released(code)); }
-std::string check_state(int code) {
-  return states(keyboard_check(code), keyboard_check_pressed(code), keyboard_check_released(code));
-}
-std::string button_state(int button) {
-  return states(mouse_check_button(button), mouse_check_button_pressed(button), mouse_check_button_released(button));
+// The keyboard or the mouse, as the frame's queries see them.
+struct Bank {
+  void (*event)(int, bool);
+  bool (*down)(int), (*pressed)(int), (*released)(int);
+  int (*held)(), (*last)();
+  // A code's three answers in one text, "down pressed released", "-" for each that is false.
+  std::string state(int code) const {
+    return std::string(down(code) ? "down" : "-") + (pressed(code) ? " pressed" : " -") +
+           (released(code) ? " released" : " -");
+  }
+};
+const Bank keys{input_key_event, keyboard_check, keyboard_check_pressed, keyboard_check_released,
+                keyboard_key, keyboard_lastkey};
+const Bank buttons{input_mouse_button_event, mouse_check_button, mouse_check_button_pressed,
+                   mouse_check_button_released, mouse_button, mouse_lastbutton};
+
+// One frame: the events collected before it, then the answers it gives for
+// some codes, and the code held and the last one down.
+struct Frame {
+  std::vector<std::pair<int, bool>> events;
+  std::vector<std::pair<int, const char*>> states;
+  int held, last;
+};
+
+// Feeds each frame's events, starts the frame and checks its answers.
+void play(const Bank& bank, const std::vector<Frame>& frames) {
+  for (size_t n = 0; n < frames.size(); ++n) {
+    SCOPED_TRACE(testing::Message() << "frame " << n);
+    for (const auto& [code, down] : frames[n].events) bank.event(code, down);
+    input_begin_frame();
+    for (const auto& [code, state] : frames[n].states) EXPECT_EQ(bank.state(code), state) << "code " << code;
+    EXPECT_EQ(bank.held(), frames[n].held);
+    EXPECT_EQ(bank.last(), frames[n].last);
+  }
 }
 
-// Calls a built-in by name and hands back its result.
-RValue call(const char* name, std::vector<RValue> args = {}) {
-  register_runtime_builtins();
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
-
-// A truth value as the built-ins give it: kind bool, 1 or 0.
-::testing::AssertionResult is_truth(const RValue& v, bool expected) {
-  if (!v.is(Kind::Bool)) return ::testing::AssertionFailure() << "kind " << kind_name(v.kind());
-  if (v.real != (expected ? 1.0 : 0.0)) return ::testing::AssertionFailure() << "value " << v.real;
-  return ::testing::AssertionSuccess();
-}
-
-TEST_F(InputTest, KeyPressShowsFromTheNextFrameAndPressedLastsOneFrame) {
+TEST_F(InputTest, KeysShowFromTheNextFrameWithZeroForNoKeyAndOneForAnyKey) {
   input_key_event(KEY_LEFT, true);
-  EXPECT_EQ(key_state(KEY_LEFT), "- - -") << "events wait for the frame";
-  input_begin_frame();
-  EXPECT_EQ(key_state(KEY_LEFT), "down pressed -");
-  input_begin_frame();
-  EXPECT_EQ(key_state(KEY_LEFT), "down - -");
-  input_key_event(KEY_LEFT, false);
-  input_begin_frame();
-  EXPECT_EQ(key_state(KEY_LEFT), "- - released");
-  input_begin_frame();
-  EXPECT_EQ(key_state(KEY_LEFT), "- - -");
-  EXPECT_EQ(key_state(KEY_RIGHT), "- - -");
-
-  // Down and up between two frames: both show, and the key counts as down for that frame.
-  input_key_event(KEY_ENTER, true);
-  input_key_event(KEY_ENTER, false);
-  input_begin_frame();
-  EXPECT_EQ(key_state(KEY_ENTER), "down pressed released");
-  input_begin_frame();
-  EXPECT_EQ(key_state(KEY_ENTER), "- - -");
+  EXPECT_EQ(keys.state(KEY_LEFT), "- - -") << "events wait for the frame";
+  constexpr int LEFT = KEY_LEFT, ENTER = KEY_ENTER, CONTROL = KEY_CONTROL, A = KEY_LETTER_A, B = KEY_LETTER_A + 1;
+  play(keys, {
+      {{}, {{LEFT, "down pressed -"}, {KEY_ANY, "down pressed -"}, {KEY_NONE, "- - released"}}, LEFT, LEFT},
+      {{}, {{LEFT, "down - -"}}, LEFT, LEFT},
+      {{{LEFT, false}}, {{LEFT, "- - released"}, {KEY_ANY, "- - released"}, {KEY_NONE, "down pressed -"}}, 0, LEFT},
+      {{}, {{LEFT, "- - -"}, {KEY_ANY, "- - -"}, {KEY_NONE, "down pressed released"}}, 0, LEFT},
+      // Down and up between two frames: both show, and the key counts as down.
+      {{{ENTER, true}, {ENTER, false}}, {{ENTER, "down pressed released"}}, 0, ENTER},
+      // A repeated down is no new press; a release of a key not held is none,
+      // and the key held stays while another goes up.
+      {{{A, true}, {CONTROL, true}}, {}, CONTROL, CONTROL},
+      {{{A, true}, {B, false}, {CONTROL, false}}, {{A, "down - -"}, {B, "- - -"}}, A, A},
+      {{{A, false}}, {{A, "- - released"}}, 0, A},
+      // Codes outside 2..255 are no keys.
+      {{{KEY_NONE, true}, {KEY_ANY, true}, {256, true}, {-5, true}}, {{KEY_ANY, "- - -"}, {256, "- - -"}}, 0, A},
+      {{{255, true}}, {{255, "down pressed -"}}, 255, 255},
+  });
 }
 
-TEST_F(InputTest, RepeatedDownIsNoNewPressAndUnheldReleaseIsIgnored) {
-  input_key_event(65, true);
-  input_begin_frame();
-  input_key_event(65, true);
-  input_begin_frame();
-  EXPECT_EQ(key_state(65), "down - -");
-  input_key_event(66, false);
-  input_begin_frame();
-  EXPECT_FALSE(key_released(66));
-  EXPECT_FALSE(any_key_released());
-}
-
-TEST_F(InputTest, CodesOutsideTwoTo255AreNoKeys) {
-  for (const int code : {KEY_NONE, KEY_ANY, 256, -5}) input_key_event(code, true);
-  input_begin_frame();
-  EXPECT_FALSE(any_key_down());
-  EXPECT_FALSE(any_key_pressed());
-  EXPECT_FALSE(key_down(256));
-  EXPECT_EQ(keyboard_lastkey(), 0);
-  input_key_event(255, true);
-  input_begin_frame();
-  EXPECT_TRUE(key_down(255));
-}
-
-TEST_F(InputTest, KeyboardChecksReadZeroAsNoKeyAndOneAsAnyKey) {
-  input_begin_frame();
-  EXPECT_EQ(check_state(KEY_NONE), "down pressed released");
-  EXPECT_EQ(check_state(KEY_ANY), "- - -");
-
-  input_key_event(KEY_F1 + 4, true);
-  input_begin_frame();
-  EXPECT_EQ(check_state(KEY_NONE), "- - released");
-  EXPECT_EQ(check_state(KEY_ANY), "down pressed -");
-  EXPECT_EQ(check_state(116), "down pressed -");
-  EXPECT_EQ(check_state(117), "- - -");
-  EXPECT_EQ(check_state(256), "- - -");
-  EXPECT_EQ(check_state(-1), "- - -");
-
-  input_key_event(116, false);
-  input_begin_frame();
-  EXPECT_EQ(check_state(KEY_NONE), "down pressed -");
-  EXPECT_EQ(check_state(KEY_ANY), "- - released");
-  EXPECT_EQ(check_state(116), "- - released");
-}
-
-TEST_F(InputTest, MouseButtonsFollowTheFramesWithNoneAndAny) {
-  input_begin_frame();
-  EXPECT_EQ(button_state(MOUSE_NONE), "down pressed released");
-  EXPECT_EQ(button_state(MOUSE_ANY), "- - -");
-
-  input_mouse_button_event(MOUSE_RIGHT, true);
-  input_mouse_button_event(4, true);
-  input_begin_frame();
-  EXPECT_TRUE(mouse_button_down(MOUSE_RIGHT));
-  EXPECT_TRUE(mouse_button_pressed(MOUSE_RIGHT));
-  EXPECT_FALSE(mouse_button_down(MOUSE_LEFT));
-  EXPECT_EQ(button_state(MOUSE_RIGHT), "down pressed -");
-  EXPECT_EQ(button_state(MOUSE_ANY), "down pressed -");
-  EXPECT_EQ(button_state(MOUSE_NONE), "- - released");
-  EXPECT_EQ(button_state(4), "- - -");
-  EXPECT_EQ(mouse_button(), MOUSE_RIGHT);
-  EXPECT_EQ(mouse_lastbutton(), MOUSE_RIGHT);
-
-  input_begin_frame();
-  EXPECT_EQ(button_state(MOUSE_RIGHT), "down - -");
-  EXPECT_TRUE(mouse_check_button_pressed(MOUSE_NONE));
-
-  input_mouse_button_event(MOUSE_RIGHT, false);
-  input_mouse_button_event(MOUSE_MIDDLE, true);
-  input_mouse_button_event(MOUSE_MIDDLE, false);
-  input_begin_frame();
-  EXPECT_TRUE(mouse_check_button_released(MOUSE_RIGHT));
-  EXPECT_EQ(button_state(MOUSE_MIDDLE), "down pressed released");
-  EXPECT_FALSE(mouse_check_button_released(MOUSE_LEFT));
-  EXPECT_TRUE(any_mouse_button_released());
-  EXPECT_EQ(mouse_button(), 0);
-  EXPECT_EQ(mouse_lastbutton(), MOUSE_MIDDLE);
+TEST_F(InputTest, MouseButtonsFollowTheFramesWithZeroForNoneAndMinusOneForAny) {
+  play(buttons, {
+      {{}, {{MOUSE_NONE, "down pressed released"}, {MOUSE_ANY, "- - -"}}, 0, 0},
+      {{{MOUSE_RIGHT, true}, {4, true}},
+       {{MOUSE_RIGHT, "down pressed -"}, {MOUSE_LEFT, "- - -"}, {4, "- - -"}, {MOUSE_ANY, "down pressed -"},
+        {MOUSE_NONE, "- - released"}}, MOUSE_RIGHT, MOUSE_RIGHT},
+      {{}, {{MOUSE_RIGHT, "down - -"}, {MOUSE_NONE, "- pressed released"}}, MOUSE_RIGHT, MOUSE_RIGHT},
+      {{{MOUSE_RIGHT, false}, {MOUSE_MIDDLE, true}, {MOUSE_MIDDLE, false}},
+       {{MOUSE_RIGHT, "- - released"}, {MOUSE_MIDDLE, "down pressed released"}, {MOUSE_LEFT, "- - -"}},
+       0, MOUSE_MIDDLE},
+  });
 }
 
 TEST_F(InputTest, MouseClearForgetsTheButtonUntilItIsPressedAgain) {
-  input_mouse_button_event(MOUSE_LEFT, true);
-  input_mouse_button_event(MOUSE_RIGHT, true);
-  input_begin_frame();
+  play(buttons, {{{{MOUSE_LEFT, true}, {MOUSE_RIGHT, true}}, {}, MOUSE_RIGHT, MOUSE_RIGHT}});
   mouse_clear(MOUSE_LEFT);
-  EXPECT_EQ(button_state(MOUSE_LEFT), "- - -");
-  EXPECT_TRUE(mouse_check_button(MOUSE_RIGHT));
-  input_begin_frame();
-  EXPECT_FALSE(mouse_check_button(MOUSE_LEFT)) << "still held, but cleared";
-  input_mouse_button_event(MOUSE_LEFT, false);
-  input_begin_frame();
-  EXPECT_FALSE(mouse_check_button_released(MOUSE_LEFT));
-  input_mouse_button_event(MOUSE_LEFT, true);
-  input_begin_frame();
-  EXPECT_TRUE(mouse_check_button_pressed(MOUSE_LEFT));
-
+  EXPECT_EQ(buttons.state(MOUSE_LEFT), "- - -");
+  EXPECT_EQ(buttons.state(MOUSE_RIGHT), "down pressed -");
+  // Still held, but cleared: no down, and no release when it comes up.
+  play(buttons, {{{}, {{MOUSE_LEFT, "- - -"}}, MOUSE_RIGHT, MOUSE_RIGHT},
+                 {{{MOUSE_LEFT, false}}, {{MOUSE_LEFT, "- - -"}}, MOUSE_RIGHT, MOUSE_RIGHT},
+                 {{{MOUSE_LEFT, true}}, {{MOUSE_LEFT, "down pressed -"}}, MOUSE_LEFT, MOUSE_LEFT}});
   mouse_clear(MOUSE_ANY);
-  EXPECT_TRUE(mouse_check_button(MOUSE_NONE));
+  EXPECT_EQ(buttons.state(MOUSE_NONE), "down pressed released");
   EXPECT_EQ(mouse_button(), 0);
-  input_begin_frame();
-  EXPECT_FALSE(mouse_check_button(MOUSE_ANY));
+  play(buttons, {{{}, {{MOUSE_ANY, "- - -"}}, 0, MOUSE_LEFT}});
 }
 
-TEST_F(InputTest, WheelFlagsAndMousePositionAreTakenAtTheFrameStart) {
+TEST_F(InputTest, WheelAndMousePositionAreTakenAtTheFrameStart) {
   const auto wheel = [] { return std::string(wheel_up() ? "up" : "-") + (wheel_down() ? " down" : " -"); };
-  input_wheel(2);
-  input_begin_frame();
-  EXPECT_EQ(wheel(), "up -");
-  input_wheel(-1);
-  input_wheel(1);
-  input_begin_frame();
-  EXPECT_EQ(wheel(), "up down");
-  input_wheel(0);
-  input_begin_frame();
-  EXPECT_EQ(wheel(), "- -");
-
+  for (const auto& [turns, expected] : std::vector<std::pair<std::vector<int>, const char*>>{
+           {{2}, "up -"}, {{-1, 1}, "up down"}, {{0}, "- -"}}) {
+    for (const int dy : turns) input_wheel(dy);
+    input_begin_frame();
+    EXPECT_EQ(wheel(), expected);
+  }
   input_mouse_move(120, 45);
   EXPECT_EQ(mouse_x(), 0);
   input_begin_frame();
   input_mouse_move(7, 9);
-  EXPECT_EQ(mouse_x(), 120);
-  EXPECT_EQ(mouse_y(), 45);
+  EXPECT_EQ(std::pair(mouse_x(), mouse_y()), std::pair(120, 45));
   input_begin_frame();
-  EXPECT_EQ(mouse_x(), 7);
-  EXPECT_EQ(mouse_y(), 9);
+  EXPECT_EQ(std::pair(mouse_x(), mouse_y()), std::pair(7, 9));
 }
 
 TEST_F(InputTest, TypedTextAndBackspaceBuildKeyboardString) {
   input_text("caff");
   input_text("è");
+  input_text("");
   EXPECT_EQ(keyboard_string(), "caffè");
   EXPECT_EQ(keyboard_lastchar(), "è");
   input_key_event(KEY_BACKSPACE, true);
   EXPECT_EQ(keyboard_string(), "caff") << "backspace takes the whole two-byte character";
   input_key_event(KEY_BACKSPACE, true);
   EXPECT_EQ(keyboard_string(), "caf") << "a repeat takes one more";
-  input_key_event(KEY_BACKSPACE, false);
   set_keyboard_string("");
   input_key_event(KEY_BACKSPACE, true);
   EXPECT_EQ(keyboard_string(), "");
@@ -208,44 +135,33 @@ TEST_F(InputTest, TypedTextAndBackspaceBuildKeyboardString) {
   EXPECT_EQ(keyboard_lastchar(), "€");
 }
 
-TEST_F(InputTest, LastKeyStaysWhileTheKeyHeldIsLetGo) {
-  input_key_event(KEY_CONTROL, true);
-  input_key_event(KEY_LETTER_A + 2, true);
-  EXPECT_EQ(keyboard_key(), 67);
-  EXPECT_EQ(keyboard_lastkey(), 67);
-  input_key_event(KEY_CONTROL, false);
-  EXPECT_EQ(keyboard_key(), 67) << "another key went up";
-  input_key_event(67, false);
-  EXPECT_EQ(keyboard_key(), 0);
-  EXPECT_EQ(keyboard_lastkey(), 67);
-}
-
-TEST_F(InputTest, BuiltinsByNameGiveTruthValues) {
+TEST_F(InputTest, BuiltinsByNameGiveTheFramesAnswers) {
+  register_runtime_builtins();
+  // An answer as "kind value", truth values being "bool 1" or "bool 0".
+  const auto call = [](const char* name, std::vector<RValue> args) {
+    RValue v;
+    EXPECT_TRUE(builtin_call(name, v, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
+    return std::string(kind_name(v.kind())) + (v.is(Kind::Undefined) ? "" : " " + std::to_string(int(v.real)));
+  };
+  const auto n = [](double d) { return RValue::number(d); };
   input_key_event(KEY_SPACE, true);
   input_mouse_button_event(MOUSE_LEFT, true);
   input_mouse_move(31, 17);
   input_wheel(-3);
   input_begin_frame();
-
-  EXPECT_TRUE(is_truth(call("keyboard_check", {RValue::number(32)}), true));
-  EXPECT_TRUE(is_truth(call("keyboard_check", {RValue::number(0)}), false));
-  EXPECT_TRUE(is_truth(call("keyboard_check_pressed", {RValue::number(1)}), true));
-  EXPECT_TRUE(is_truth(call("keyboard_check_pressed", {RValue::number(300)}), false));
-  EXPECT_TRUE(is_truth(call("keyboard_check_released", {RValue::number(0)}), true));
-  EXPECT_TRUE(is_truth(call("mouse_check_button", {RValue::number(1)}), true));
-  EXPECT_TRUE(is_truth(call("mouse_check_button_pressed", {RValue::number(-1)}), true));
-  EXPECT_TRUE(is_truth(call("mouse_check_button_released", {RValue::number(0)}), true));
-  EXPECT_TRUE(is_truth(call("mouse_wheel_up"), false));
-  EXPECT_TRUE(is_truth(call("mouse_wheel_down"), true));
-  EXPECT_EQ(call("window_mouse_get_x").real, 31);
-  EXPECT_EQ(call("window_mouse_get_y").real, 17);
-  EXPECT_TRUE(call("keyboard_virtual_status").is(Kind::Undefined));
-  EXPECT_TRUE(call("keyboard_virtual_show", {RValue::number(0), RValue::number(0), RValue::number(0),
-                                             RValue::boolean(false)})
-                  .is(Kind::Undefined));
-
-  call("mouse_clear", {RValue::number(1)});
-  EXPECT_TRUE(is_truth(call("mouse_check_button", {RValue::number(1)}), false));
+  const struct { const char* name; std::vector<RValue> args; const char* answer; } rows[] = {
+      {"keyboard_check", {n(KEY_SPACE)}, "bool 1"},         {"keyboard_check", {n(KEY_NONE)}, "bool 0"},
+      {"keyboard_check_pressed", {n(KEY_ANY)}, "bool 1"},   {"keyboard_check_pressed", {n(300)}, "bool 0"},
+      {"keyboard_check_released", {n(KEY_NONE)}, "bool 1"}, {"mouse_check_button", {n(MOUSE_LEFT)}, "bool 1"},
+      {"mouse_check_button_pressed", {n(MOUSE_ANY)}, "bool 1"},
+      {"mouse_check_button_released", {n(MOUSE_NONE)}, "bool 1"},
+      {"mouse_wheel_up", {}, "bool 0"},                     {"mouse_wheel_down", {}, "bool 1"},
+      {"window_mouse_get_x", {}, "number 31"},              {"window_mouse_get_y", {}, "number 17"},
+      {"keyboard_virtual_status", {}, "undefined"},
+      {"keyboard_virtual_show", {n(0), n(0), n(0), RValue::boolean(false)}, "undefined"},
+      {"mouse_clear", {n(MOUSE_LEFT)}, "undefined"},        {"mouse_check_button", {n(MOUSE_LEFT)}, "bool 0"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(call(row.name, row.args), row.answer) << row.name;
 }
 
 }  // namespace

@@ -2,23 +2,48 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <iterator>
+#include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "runtime/Code/Array.h"
-#include "runtime/Code/Builtins.h"
+#include "runtime/Code/Conversions.h"
 #include "runtime/Code/Operators.h"
+#include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Room/Room.h"
 #include "runtime/Room/Events.h"
 #include "runtime/Room/FrameState.h"
+#include "runtime/Room/Room.h"
 #include "runtime/Sprite/Sprite.h"
 #include "support/Fatal.h"
 
 namespace {
 
 using namespace instance_flag;
+
+RValue number(double d) { return RValue::number(d); }
+
+// An object as a value, as a struct or an instance is held in a variable.
+RValue object_value(QvObjectBase& object) {
+  RValue v = RValue::undefined();
+  v.obj = &object;
+  v.kind_word = static_cast<uint32_t>(Kind::Object);
+  return v;
+}
+
+// A value as "kind value", with digits enough to tell a float from a double
+// and -0 as 0: "number 0.100000001", "ref instance 100001", "string ciao".
+std::string shown(const RValue& v) {
+  std::ostringstream out;
+  out.precision(9);
+  out << kind_name(v.kind());
+  if (v.is(Kind::Ref)) return value_to_text(v);  // the runtime's own text form: "ref instance 100001"
+  if (v.is(Kind::String)) out << " " << v.string_view();
+  if (v.is(Kind::Number) || v.is(Kind::Bool)) out << " " << v.real + 0.0;
+  return out.str();
+}
 
 class Variables : public ::testing::Test {
  protected:
@@ -28,403 +53,254 @@ class Variables : public ::testing::Test {
     sprites_clear();
     frame_state() = FrameState();
   }
-
   // Adds an object and prepares the object table again.
   static int32_t add_object(const char* name, int32_t parent = -1) {
     const int32_t index = object_add(name, parent);
     objects_prepare();
     return index;
   }
-  // A room with one instance of a plain object.
-  static CInstance* one_instance() {
-    add_object("oggetto");
-    enter_room();
-    return instance_create(0, 0, 0, 0);
-  }
   static void enter_room(int32_t width = 640, int32_t height = 480) {
-    RoomDescription description;
-    description.name = "stanza";
-    description.width = width;
-    description.height = height;
-    set_room_target(room_add(std::move(description)));
+    set_room_target(room_add(RoomDescription{"stanza", width, height}));
     room_change(true);
   }
-
-  static RValue get(QvObjectBase& object, const char* name, int32_t index = NO_ARRAY_INDEX) {
+  // Reads and writes a variable through the value that names its owner.
+  static std::string get(const RValue& target, const char* name, int32_t index = NO_ARRAY_INDEX) {
     RValue out;
-    variable_get(object, variable_id(name), index, out);
-    return out;
+    variable_get_of(target, variable_id(name), index, out);
+    return shown(out);
   }
-  static void set(QvObjectBase& object, const char* name, const RValue& value, int32_t index = NO_ARRAY_INDEX) {
-    variable_set(object, variable_id(name), index, value);
-  }
-  static RValue get_of(const RValue& target, const char* name) {
-    RValue out;
-    variable_get_of(target, variable_id(name), NO_ARRAY_INDEX, out);
-    return out;
-  }
-  static RValue number(double d) { return RValue::number(d); }
-  static RValue text_form(const RValue& v) {
-    register_runtime_builtins();
-    RValue result;
-    RValue arg = v;
-    builtin_call("string", result, nullptr, nullptr, 1, &arg);
-    return result;
+  static void set(const RValue& target, const char* name, const RValue& value, int32_t index = NO_ARRAY_INDEX) {
+    variable_set_of(target, variable_id(name), index, value);
   }
 };
 
-RValue object_value(QvObjectBase& object) {
-  RValue v = RValue::undefined();
-  v.obj = &object;
-  v.kind_word = static_cast<uint32_t>(Kind::Object);
-  return v;
-}
-
-}  // namespace
-
 TEST_F(Variables, NamesHaveFixedIdsWithBuiltinRowsBelowTenThousand) {
-  const int32_t x = variable_id("x");
+  const int32_t x = variable_id("x"), mine = variable_id("punteggio_della_prova");
   EXPECT_LT(x, FIRST_PLAIN_VARIABLE_ID);
-  EXPECT_EQ(variable_id("x"), x);
-  EXPECT_EQ(variable_name(x), "x");
   EXPECT_LT(variable_id("room_speed"), FIRST_PLAIN_VARIABLE_ID);
-
-  const int32_t mine = variable_id("punteggio_della_prova");
   EXPECT_GE(mine, FIRST_PLAIN_VARIABLE_ID);
-  EXPECT_EQ(variable_id("punteggio_della_prova"), mine);
+  EXPECT_EQ(std::pair(variable_id("x"), variable_id("punteggio_della_prova")), std::pair(x, mine)) << "every time";
   EXPECT_EQ(variable_id("altro_nome_della_prova"), mine + 1);
-  EXPECT_EQ(variable_name(mine), "punteggio_della_prova");
-  EXPECT_EQ(builtin_variable(mine), nullptr);
+  EXPECT_EQ(variable_name(x) + " " + variable_name(mine), "x punteggio_della_prova");
   EXPECT_EQ(variable_name(FIRST_PLAIN_VARIABLE_ID + 99999), "<unknown variable>");
-
-  ASSERT_NE(builtin_variable(variable_id("id")), nullptr);
-  EXPECT_FALSE(builtin_variable(variable_id("id"))->writable);
-  EXPECT_TRUE(builtin_variable(variable_id("x"))->writable);
-  EXPECT_TRUE(builtin_variable(variable_id("x"))->per_instance);
-  EXPECT_FALSE(builtin_variable(variable_id("room"))->per_instance);
+  EXPECT_EQ(builtin_variable(mine), nullptr);
 }
 
 TEST_F(Variables, TableRefusesRowsBeyondFiveHundred) {
   const VariableGetter nothing = [](CInstance*, int32_t, RValue& out) { out = RValue::undefined(); };
-  const int32_t before = builtin_variable_count();
-  for (int32_t n = before; n < MAX_BUILTIN_VARIABLES; ++n) {
-    const std::string name = "riga_di_riempimento_" + std::to_string(n);
-    EXPECT_EQ(builtin_variable_add(name.c_str(), nothing, nullptr, false), n);
+  for (int32_t n = builtin_variable_count(); n < MAX_BUILTIN_VARIABLES; ++n) {
+    EXPECT_EQ(builtin_variable_add(("riga_di_riempimento_" + std::to_string(n)).c_str(), nothing, nullptr, false), n);
   }
   EXPECT_FATAL(builtin_variable_add("una_di_troppo", nothing, nullptr, false),
                "INTERNAL ERROR: Adding too many variables");
   EXPECT_EQ(builtin_variable_count(), MAX_BUILTIN_VARIABLES);
-  // Other names still get plain ids.
-  EXPECT_GE(variable_id("una_di_troppo"), FIRST_PLAIN_VARIABLE_ID);
+  EXPECT_GE(variable_id("una_di_troppo"), FIRST_PLAIN_VARIABLE_ID) << "other names still get plain ids";
 }
 
-TEST_F(Variables, CoordinatesAreSinglePrecisionAndMovesMakeTheBoxStale) {
-  CInstance* i = one_instance();
-  set(*i, "x", number(0.1));
-  const RValue x = get(*i, "x");
-  EXPECT_TRUE(x.is(Kind::Number));
-  EXPECT_EQ(x.real, 0.10000000149011612);
-  EXPECT_TRUE(x == number(0.1));
-
-  i->set(BBOX_DIRTY, false);
-  set(*i, "x", number(0.1));
-  EXPECT_FALSE(i->has(BBOX_DIRTY)) << "the same place is no move";
-  set(*i, "y", number(7));
-  EXPECT_TRUE(i->has(BBOX_DIRTY));
-  EXPECT_EQ(i->y, 7.0f);
-
-  set(*i, "xstart", number(3.5));
-  set(*i, "gravity_direction", number(180));
-  EXPECT_EQ(get(*i, "xstart").real, 3.5);
-  EXPECT_EQ(get(*i, "gravity_direction").real, 180);
-}
-
-TEST_F(Variables, MotionVariablesDeriveEachOther) {
-  CInstance* i = one_instance();
-  set(*i, "direction", number(-90));
-  EXPECT_EQ(get(*i, "direction").real, 270);
-
-  set(*i, "speed", number(5));
-  set(*i, "direction", number(90));
-  EXPECT_EQ(get(*i, "hspeed").real, 0.0);
-  EXPECT_EQ(get(*i, "vspeed").real, -5.0);
-
-  set(*i, "hspeed", number(3));
-  set(*i, "vspeed", number(4));
-  EXPECT_EQ(get(*i, "speed").real, 5.0);
-  EXPECT_NEAR(get(*i, "direction").real, 306.87, 0.01);
-}
-
-TEST_F(Variables, IdAndObjectIndexReadAsRefsAndReadOnlyRowsRefuseWrites) {
+TEST_F(Variables, InstanceRowsKeepTheirFieldsAndMarkTheBoxAndTheLook) {
+  const int32_t three = sprite_add_shape("tre_fotogrammi", 8, 8, 0, 0, 3);
+  const int32_t two = sprite_add_shape("due_fotogrammi", 8, 8, 0, 0, 2);
   const int32_t object = add_object("oggetto");
   enter_room();
   CInstance* first = instance_create(0, 0, object, 0);
   CInstance* i = instance_create(0, 0, object, 0);
   EXPECT_EQ(i->id, first->id + 1);
-
-  const RValue id = get(*i, "id");
-  ASSERT_TRUE(id.is(Kind::Ref));
-  EXPECT_EQ(text_form(id).string_view(), "ref instance " + std::to_string(i->id));
+  const RValue none, self = object_value(*i);
+  const std::string sprite_three = "number " + std::to_string(three);
+  // In order: the row, the value written (none: a read alone), what reads back,
+  // whether the write left the box "kept" or "stale" (when it matters),
+  // whether the look is plain after it, and the array index.
+  const struct { const char* name; RValue write; std::string read; const char* box = nullptr; bool plain = true;
+                 int32_t index = NO_ARRAY_INDEX; } rows[] = {
+      // Single precision; a move makes the box stale, but the same place is no move.
+      {"x", number(0.1), "number 0.100000001", "stale"}, {"x", number(0.1), "number 0.100000001", "kept"},
+      {"y", number(7), "number 7", "stale"}, {"xstart", number(3.5), "number 3.5"},
+      {"gravity_direction", number(180), "number 180"},
+      // Motion rows derive each other.
+      {"direction", number(-90), "number 270"}, {"speed", number(5), "number 5"},
+      {"direction", number(90), "number 90"}, {"hspeed", none, "number 0"}, {"vspeed", none, "number -5"},
+      {"hspeed", number(3), "number 3"}, {"vspeed", number(4), "number 4"}, {"speed", none, "number 5"},
+      {"direction", none, "number 306.869904"},
+      // Alarms 0 to 11, whole numbers; any other index means alarm 0.
+      {"alarm", none, "number -1", nullptr, true, 4}, {"alarm", number(7), "number 7", nullptr, true, 12},
+      {"alarm", none, "number 7", nullptr, true, 0}, {"alarm", number(2.7), "number 2", nullptr, true, 3},
+      {"alarm", number(9), "number 9", nullptr, true, 11}, {"alarm", none, "number 7", nullptr, true, 0},
+      // Any value that rounds to non-zero shows the instance.
+      {"visible", none, "number 1"}, {"visible", number(0.4), "number 0"}, {"visible", number(0.6), "number 1"},
+      {"visible", number(-3), "number 1"}, {"solid", RValue::boolean(true), "number 1"},
+      {"persistent", number(1), "number 1"}, {"persistent", number(0), "number 0"},
+      // Scales and angle change the box and the look; transparency and colour the look alone.
+      {"image_xscale", number(2), "number 2", "stale", false}, {"image_xscale", number(1), "number 1", "stale"},
+      {"image_alpha", number(0.5), "number 0.5", "kept", false}, {"image_alpha", number(1), "number 1"},
+      {"image_blend", number(255), "number 255", "kept", false}, {"image_blend", number(0xFFFFFF), "number 16777215"},
+      {"image_angle", number(45), "number 45", "stale", false}, {"image_angle", number(0), "number 0", "stale"},
+      // The frame shown is stored without a limit; it goes back to zero beyond the new sprite's frames only.
+      {"image_index", number(2), "number 2"}, {"sprite_index", number(three), sprite_three, "stale"},
+      {"image_index", none, "number 2"}, {"image_index", number(17.5), "number 17.5", "kept"},
+      {"sprite_index", RValue::ref(REF_SPRITE, two), "number " + std::to_string(two), "stale"},
+      {"image_index", none, "number 0"}, {"mask_index", number(three), sprite_three, "stale"},
+      {"bbox_right", none, "number 7"},
+      // Id and object index read as refs.
+      {"id", none, "ref instance " + std::to_string(i->id)},
+      {"object_index", none, "ref object " + std::to_string(object)},
+  };
+  EXPECT_TRUE(i->has(PLAIN_TRANSFORM));
+  for (size_t n = 0; n < std::size(rows); ++n) {
+    const auto& row = rows[n];
+    if (!row.write.is(Kind::Unset)) {
+      i->set(BBOX_DIRTY, false);
+      set(self, row.name, row.write, row.index);
+      EXPECT_EQ(i->has(PLAIN_TRANSFORM), row.plain) << "row " << n << ": " << row.name;
+      if (row.box) {
+        EXPECT_EQ(i->has(BBOX_DIRTY) ? "stale" : "kept", std::string(row.box)) << "row " << n;
+      }
+    }
+    EXPECT_EQ(get(self, row.name, row.index), row.read) << "row " << n << ": " << row.name;
+  }
+  EXPECT_FATAL(set(self, "bbox_left", number(5)), "unable to set built in variable bbox_left\n");
+  // An id equals its instance's number; a single precision field equals the double written to it.
+  RValue id, x;
+  variable_get(*i, variable_id("id"), NO_ARRAY_INDEX, id);
+  variable_get(*i, variable_id("x"), NO_ARRAY_INDEX, x);
   EXPECT_TRUE(id == number(i->id));
   EXPECT_FALSE(id == number(first->id));
-  EXPECT_EQ(text_form(get(*i, "object_index")).string_view(), "ref object 0");
-
-  EXPECT_FATAL(set(*i, "id", number(5)), "unable to set built in variable id\n");
-  EXPECT_FATAL(set(*i, "bbox_left", number(5)), "unable to set built in variable bbox_left\n");
-  EXPECT_FATAL(set(global_object(), "instance_count", number(5)), "unable to set built in variable instance_count\n");
-  i->bbox_right = 12.5f;
-  EXPECT_EQ(get(*i, "bbox_right").real, 12.5);
-}
-
-TEST_F(Variables, AlarmIndexBeyondElevenMeansAlarmZero) {
-  CInstance* i = one_instance();
-  EXPECT_EQ(get(*i, "alarm", 4).real, -1);
-  set(*i, "alarm", number(7), 12);
-  EXPECT_EQ(i->alarm[0], 7);
-  EXPECT_EQ(get(*i, "alarm", 12).real, 7);
-  set(*i, "alarm", number(2.7), 3);
-  EXPECT_EQ(i->alarm[3], 2);
-  EXPECT_EQ(get(*i, "alarm", 3).real, 2);
-  set(*i, "alarm", number(9), 11);
-  EXPECT_EQ(i->alarm[11], 9);
-  EXPECT_EQ(i->alarm[0], 7);
-}
-
-TEST_F(Variables, FlagsFollowVisibleSolidAndPersistent) {
-  CInstance* i = one_instance();
-  EXPECT_EQ(get(*i, "visible").real, 1);
-  // Any value that rounds to non-zero shows the instance.
-  for (const auto& [value, shown] : {std::pair{0.4, false}, {0.6, true}, {-3.0, true}}) {
-    set(*i, "visible", number(value));
-    EXPECT_EQ(i->has(VISIBLE), shown) << value;
-    EXPECT_EQ(get(*i, "visible").real, shown ? 1 : 0) << value;
-  }
-
-  set(*i, "solid", RValue::boolean(true));
-  EXPECT_TRUE(i->has(SOLID));
-  EXPECT_EQ(get(*i, "solid").real, 1);
-  set(*i, "persistent", number(1));
-  EXPECT_TRUE(i->has(PERSISTENT));
-  set(*i, "persistent", number(0));
-  EXPECT_FALSE(i->has(PERSISTENT));
-}
-
-TEST_F(Variables, LookVariablesRecomputeThePlainTransform) {
-  CInstance* i = one_instance();
-  EXPECT_TRUE(i->has(PLAIN_TRANSFORM));
-  i->set(BBOX_DIRTY, false);
-  set(*i, "image_xscale", number(2));
-  EXPECT_FALSE(i->has(PLAIN_TRANSFORM));
-  EXPECT_TRUE(i->has(BBOX_DIRTY));
-  set(*i, "image_xscale", number(1));
-  EXPECT_TRUE(i->has(PLAIN_TRANSFORM));
-
-  i->set(BBOX_DIRTY, false);
-  set(*i, "image_alpha", number(0.5));
-  EXPECT_FALSE(i->has(PLAIN_TRANSFORM));
-  EXPECT_FALSE(i->has(BBOX_DIRTY)) << "transparency leaves the box";
-  EXPECT_EQ(get(*i, "image_alpha").real, 0.5);
-  set(*i, "image_alpha", number(1));
-  set(*i, "image_blend", number(255));
-  EXPECT_FALSE(i->has(PLAIN_TRANSFORM));
-  EXPECT_EQ(get(*i, "image_blend").real, 255);
-  set(*i, "image_blend", number(0xFFFFFF));
-  set(*i, "image_angle", number(45));
-  EXPECT_FALSE(i->has(PLAIN_TRANSFORM));
-  set(*i, "image_angle", number(0));
-  EXPECT_TRUE(i->has(PLAIN_TRANSFORM));
-}
-
-TEST_F(Variables, ImageIndexGoesBackToZeroOnlyBeyondTheNewSpritesFrames) {
-  const int32_t three = sprite_add_shape("tre_fotogrammi", 8, 8, 0, 0, 3);
-  const int32_t two = sprite_add_shape("due_fotogrammi", 8, 8, 0, 0, 2);
-  CInstance* i = one_instance();
-  set(*i, "image_index", number(2));
-  set(*i, "sprite_index", number(three));
-  EXPECT_EQ(get(*i, "image_index").real, 2);
-  EXPECT_EQ(get(*i, "sprite_index").real, three);
-
-  set(*i, "image_index", number(17.5));
-  EXPECT_EQ(get(*i, "image_index").real, 17.5) << "stored without a limit";
-  set(*i, "sprite_index", RValue::ref(REF_SPRITE, two));
-  EXPECT_EQ(i->sprite_index, two);
-  EXPECT_EQ(get(*i, "image_index").real, 0);
-
-  i->set(BBOX_DIRTY, false);
-  set(*i, "mask_index", number(three));
-  EXPECT_TRUE(i->has(BBOX_DIRTY));
-  EXPECT_EQ(get(*i, "mask_index").real, three);
+  EXPECT_TRUE(x == number(0.1));
 }
 
 TEST_F(Variables, WritingObjectIndexMovesTheInstanceBetweenObjectLists) {
-  const int32_t parent = add_object("genitore");
-  const int32_t a = add_object("primo", parent);
-  const int32_t b = add_object("secondo");
+  const int32_t parent = add_object("genitore"), a = add_object("primo", parent), b = add_object("secondo");
   enter_room();
   CInstance* i = instance_create(0, 0, a, 0);
-  set(*i, "object_index", RValue::ref(REF_OBJECT, b));
+  set(object_value(*i), "object_index", RValue::ref(REF_OBJECT, b));
   EXPECT_EQ(i->object_index, b);
+  for (const int32_t old : {a, parent}) EXPECT_TRUE(object_get(old)->instances_recursive.empty()) << old;
   EXPECT_TRUE(object_get(a)->instances.empty());
-  EXPECT_TRUE(object_get(a)->instances_recursive.empty());
-  EXPECT_TRUE(object_get(parent)->instances_recursive.empty());
   EXPECT_EQ(object_get(b)->instances, std::vector<CInstance*>{i});
   EXPECT_EQ(object_get(b)->instances_recursive, std::vector<CInstance*>{i});
 }
 
-TEST_F(Variables, PlainVariablesHoldValuesAndArrays) {
-  CInstance* i = one_instance();
-  EXPECT_TRUE(get(*i, "mai_scritta").is(Kind::Unset));
-  set(*i, "punti", number(3));
-  EXPECT_EQ(get(*i, "punti").real, 3);
-
-  set(*i, "tabella", number(9), 2);
-  const RValue table = get(*i, "tabella");
+TEST_F(Variables, PlainVariablesHoldValuesAndArraysAndStructsKeepInstanceNamesAsPlainOnes) {
+  add_object("oggetto");
+  enter_room();
+  CInstance* i = instance_create(0, 0, 0, 0);
+  const RValue self = object_value(*i);
+  EXPECT_EQ(get(self, "mai_scritta"), "unset");
+  set(self, "punti", number(3));
+  EXPECT_EQ(get(self, "punti"), "number 3");
+  set(self, "tabella", number(9), 2);
+  RValue table;
+  variable_get(*i, variable_id("tabella"), NO_ARRAY_INDEX, table);
   ASSERT_TRUE(table.is(Kind::Array));
   EXPECT_EQ(table.arr->length, 3);
-  EXPECT_EQ(get(*i, "tabella", 2).real, 9);
-  EXPECT_EQ(get(*i, "tabella", 0).real, 0) << "gaps read as zero";
+  EXPECT_EQ(get(self, "tabella", 2), "number 9");
+  EXPECT_EQ(get(self, "tabella", 0), "number 0") << "gaps read as zero";
+  const std::string id = std::to_string(variable_id("tabella"));
+  EXPECT_FATAL(set(self, "tabella", number(1), -1),
+               "Variable Index [-1] out of range [3] - " + std::to_string(i->id) + "." + id + "(" + id + ",-1)");
+  EXPECT_FATAL(get(self, "mai_scritta", 0), "trying to index a variable which is not an array");
+  EXPECT_FATAL(get(self, "tabella", 5), "index out of bounds request 5 maximum size is 3");
 
-  const int32_t id = variable_id("tabella");
-  const std::string words = "Variable Index [-1] out of range [3] - " + std::to_string(i->id) + "." +
-                            std::to_string(id) + "(" + std::to_string(id) + ",-1)";
-  EXPECT_FATAL(set(*i, "tabella", number(1), -1), words);
-  EXPECT_FATAL(get(*i, "mai_scritta", 0), "trying to index a variable which is not an array");
-  EXPECT_FATAL(get(*i, "tabella", 5), "index out of bounds request 5 maximum size is 3");
-}
-
-TEST_F(Variables, StructsKeepInstanceNamesAsPlainVariables) {
-  QvObjectBase plain(QvObjectBase::Struct, "Object");
-  set(plain, "x", number(0.1));
-  EXPECT_EQ(get(plain, "x").real, 0.1) << "a double, not a float field";
+  QvObjectBase plain(QvObjectBase::Struct, "Object"), prototype(QvObjectBase::Struct, "Object");
+  set(object_value(plain), "x", number(0.1));
+  EXPECT_EQ(get(object_value(plain), "x"), "number 0.1") << "a double, not a float field";
   EXPECT_NE(plain.lookup_variable(variable_id("x")), nullptr);
-  EXPECT_FATAL(set(plain, "fps", number(1)), "unable to set built in variable fps\n");
-
-  QvObjectBase prototype(QvObjectBase::Struct, "Object");
-  set(prototype, "ereditata", number(4));
+  EXPECT_FATAL(set(object_value(plain), "fps", number(1)), "unable to set built in variable fps\n");
+  set(object_value(prototype), "ereditata", number(4));
   plain.prototype = &prototype;
-  EXPECT_EQ(get(plain, "ereditata").real, 4);
+  EXPECT_EQ(get(object_value(plain), "ereditata"), "number 4");
 }
 
-TEST_F(Variables, ReadsThroughAValueFindTheirOwner) {
-  const int32_t object = add_object("oggetto");
-  const int32_t empty = add_object("vuoto");
+TEST_F(Variables, ReadsAndWritesThroughAValueFindTheirOwners) {
+  const int32_t object = add_object("oggetto"), empty = add_object("vuoto"), other = add_object("altro");
   enter_room();
-  EXPECT_FATAL(get_of(number(object), "x"), "Unable to find any instance for object index '0' name 'oggetto'");
   CInstance* a = instance_create(1, 0, object, 0);
   CInstance* b = instance_create(2, 0, object, 0);
-
-  EXPECT_TRUE(get_of(number(KEYWORD_NOONE), "x").is(Kind::Undefined));
-  EXPECT_EQ(get_of(number(object), "x").real, 1) << "the oldest instance";
-  EXPECT_EQ(get_of(RValue::ref(REF_OBJECT, object), "x").real, 1);
-  EXPECT_EQ(get_of(number(KEYWORD_ALL), "x").real, 1);
-  EXPECT_EQ(get_of(RValue::ref(REF_INSTANCE, b->id), "x").real, 2);
-  EXPECT_EQ(get_of(object_value(*b), "x").real, 2);
-  EXPECT_FATAL(get_of(number(empty), "x"), "Unable to find any instance for object index '1' name 'vuoto'");
-  EXPECT_FATAL(get_of(number(5), "x"), "Unable to find any instance for object index '5' name '<undefined>'");
-
-  instance_destroy(*a);
-  EXPECT_EQ(get_of(number(object), "x").real, 2) << "a destroyed instance is passed over";
-  const std::string gone = "Unable to find any instance for object index '" + std::to_string(a->id) + "' name '<undefined>'";
-  EXPECT_FATAL(get_of(number(a->id), "x"), gone);
+  CInstance* c = instance_create(0, 0, other, 0);
+  // A read goes to the oldest instance of an object, or of the room for all.
+  const std::pair<RValue, const char*> reads[] = {
+      {number(KEYWORD_NOONE), "undefined"},       {number(object), "number 1"},
+      {RValue::ref(REF_OBJECT, object), "number 1"}, {number(KEYWORD_ALL), "number 1"},
+      {RValue::ref(REF_INSTANCE, b->id), "number 2"}, {object_value(*b), "number 2"},
+  };
+  for (const auto& [target, read] : reads) EXPECT_EQ(get(target, "x"), read) << shown(target);
+  EXPECT_FATAL(get(number(empty), "x"), "Unable to find any instance for object index '1' name 'vuoto'");
   const std::string words = "Variable Get -7 (" + std::to_string(variable_id("x")) + ", " +
                             std::to_string(NO_ARRAY_INDEX) + ")";
-  EXPECT_FATAL(get_of(number(KEYWORD_NO_TARGET), "x"), words);
+  EXPECT_FATAL(get(number(KEYWORD_NO_TARGET), "x"), words);
 
-  variable_set_of(number(KEYWORD_GLOBAL), variable_id("totale_globale"), NO_ARRAY_INDEX, number(11));
-  EXPECT_EQ(get_of(number(KEYWORD_GLOBAL), "totale_globale").real, 11);
-  EXPECT_EQ(get(global_object(), "totale_globale").real, 11);
+  // A write goes to every instance named.
+  const auto xs = [&] { return std::tuple(a->x, b->x, c->x); };
+  set(number(object), "x", number(5));
+  EXPECT_EQ(xs(), std::tuple(5, 5, 0));
+  set(number(KEYWORD_ALL), "x", number(6));
+  EXPECT_EQ(xs(), std::tuple(6, 6, 6));
+  set(number(KEYWORD_NOONE), "x", number(9));
+  EXPECT_EQ(xs(), std::tuple(6, 6, 6));
+  set(RValue::ref(REF_INSTANCE, c->id), "elenco", number(8), 1);
+  EXPECT_EQ(get(object_value(*c), "elenco", 1), "number 8");
+  set(number(c->id + 50), "x", number(1));
+  const std::string missing = std::to_string(c->id + 50);
+  EXPECT_FATAL(variable_set_of(number(c->id + 50), variable_id("x"), NO_ARRAY_INDEX, number(1), true),
+               "Unable to find any instance for object index '" + missing + "'");
+  set(number(KEYWORD_GLOBAL), "totale_globale", number(11));
+  EXPECT_EQ(get(number(KEYWORD_GLOBAL), "totale_globale"), "number 11");
+  EXPECT_EQ(get(object_value(global_object()), "totale_globale"), "number 11");
+
+  instance_destroy(*a);
+  EXPECT_EQ(get(number(object), "x"), "number 6") << "a destroyed instance is passed over";
+  EXPECT_FATAL(get(number(a->id), "x"),
+               "Unable to find any instance for object index '" + std::to_string(a->id) + "' name '<undefined>'");
 }
 
-TEST_F(Variables, WritesThroughAValueReachEveryInstanceNamed) {
-  const int32_t object = add_object("oggetto");
-  const int32_t other = add_object("altro");
-  enter_room();
-  CInstance* a = instance_create(0, 0, object, 0);
-  CInstance* b = instance_create(0, 0, object, 0);
-  CInstance* c = instance_create(0, 0, other, 0);
-  const int32_t x = variable_id("x");
-
-  variable_set_of(number(object), x, NO_ARRAY_INDEX, number(5));
-  EXPECT_EQ(a->x, 5);
-  EXPECT_EQ(b->x, 5);
-  EXPECT_EQ(c->x, 0);
-  variable_set_of(number(KEYWORD_ALL), x, NO_ARRAY_INDEX, number(6));
-  EXPECT_EQ(a->x, 6);
-  EXPECT_EQ(c->x, 6);
-  variable_set_of(RValue::ref(REF_INSTANCE, c->id), variable_id("elenco"), 1, number(8));
-  EXPECT_EQ(get(*c, "elenco", 1).real, 8);
-  variable_set_of(number(KEYWORD_NOONE), x, NO_ARRAY_INDEX, number(9));
-  EXPECT_EQ(a->x, 6);
-
-  variable_set_of(number(c->id + 50), x, NO_ARRAY_INDEX, number(1));
-  const std::string words = "Unable to find any instance for object index '" + std::to_string(c->id + 50) + "'";
-  EXPECT_FATAL(variable_set_of(number(c->id + 50), x, NO_ARRAY_INDEX, number(1), true), words);
-}
-
-TEST_F(Variables, GlobalRowsReadTheRoomTheFrameAndTheEvent) {
+TEST_F(Variables, GlobalRowsReadTheRoomTheFrameTheInputAndTheEvent) {
   const int32_t object = add_object("oggetto");
   enter_room(800, 600);
-  QvObjectBase& g = global_object();
-  EXPECT_EQ(get(g, "room").real, 0);
-  EXPECT_EQ(get(g, "room_width").real, 800);
-  EXPECT_EQ(get(g, "room_height").real, 600);
-  set(g, "room_width", number(1024));
-  EXPECT_EQ(current_room()->width, 1024);
-
-  EXPECT_EQ(get(g, "room_speed").real, 30);
-  set(g, "room_speed", number(59.6));
-  EXPECT_EQ(frame_state().game_speed, 60);
-  EXPECT_FATAL(set(g, "room_speed", number(0.4)), "Trying to set the room speed to a value <= 0.");
-  EXPECT_FATAL(set(g, "room_speed", number(-30)), "Trying to set the room speed to a value <= 0.");
-  EXPECT_EQ(frame_state().game_speed, 60);
-
-  CInstance* a = instance_create(0, 0, object, 0);
-  CInstance* b = instance_create(0, 0, object, 0);
-  EXPECT_EQ(get(g, "instance_count").real, 2);
-  instance_destroy(*a);
-  EXPECT_EQ(get(g, "instance_count").real, 1);
-
+  const int32_t second = room_add(RoomDescription{"seconda"});
+  instance_destroy(*instance_create(0, 0, object, 0));
+  CInstance* i = instance_create(0, 0, object, 0);
   frame_state().fps = 29;
   frame_state().delta_time = 40000;
-  for (const auto& [name, value] : {std::pair{"fps", 29}, {"fps_real", 25}, {"delta_time", 40000}, {"async_load", -1}})
-    EXPECT_EQ(get(g, name).real, value) << name;
+  input_reset();
+  input_mouse_move(5, 6);
+  input_begin_frame();
+  const RValue none, global = object_value(global_object());
+  const struct { const char* name; RValue write; const char* read; } rows[] = {
+      {"room", none, "number 0"},          {"room_width", none, "number 800"}, {"room_height", none, "number 600"},
+      {"room_width", number(1024), "number 1024"},
+      {"room_speed", none, "number 30"},   {"room_speed", number(59.6), "number 60"},
+      {"instance_count", none, "number 1"},
+      {"fps", none, "number 29"},          {"fps_real", none, "number 25"},   {"delta_time", none, "number 40000"},
+      {"async_load", none, "number -1"},   {"mouse_x", none, "number 5"},     {"mouse_y", none, "number 6"},
+      {"keyboard_string", RValue::text("ciao"), "string ciao"}, {"keyboard_string", RValue::text(""), "string "},
+      {"undefined", none, "undefined"},    {"NaN", none, "number nan"},       {"infinity", none, "number inf"},
+  };
+  for (const auto& row : rows) {
+    if (!row.write.is(Kind::Unset)) set(global, row.name, row.write);
+    EXPECT_EQ(get(global, row.name), row.read) << row.name;
+  }
+  EXPECT_FATAL(set(global, "room_speed", number(0.4)), "Trying to set the room speed to a value <= 0.");
+  EXPECT_EQ(frame_state().game_speed, 60);
   frame_state().async_load = 3;
-  EXPECT_EQ(text_form(get(g, "async_load")).string_view(), "ref ds_map 3");
+  EXPECT_EQ(get(global, "async_load"), "ref ds_map 3");
+  EXPECT_EQ(get(global, "working_directory").back(), '/');
+  EXPECT_GE(std::stod(get(global, "current_time").substr(7)), 0);
 
-  const std::string folder = get(g, "working_directory").c_str();
-  ASSERT_FALSE(folder.empty());
-  EXPECT_EQ(folder.back(), '/');
-  EXPECT_GE(get(g, "current_time").real, 0);
-
-  EXPECT_TRUE(get(g, "undefined").is(Kind::Undefined));
-  EXPECT_TRUE(std::isnan(get(g, "NaN").real));
-  EXPECT_TRUE(std::isinf(get(g, "infinity").real));
-
-  set(g, "keyboard_string", RValue::text("ciao"));
-  EXPECT_EQ(get(g, "keyboard_string").string_view(), "ciao");
-  set(g, "keyboard_string", RValue::text(""));
-  EXPECT_TRUE(get(g, "mouse_x").is(Kind::Number));
-
-  RValue seen[3];
-  object_set_event(object, ev::OTHER, 11, [&seen](CInstance& self, CInstance*) {
-    seen[0] = get(self, "event_type");
-    seen[1] = get(self, "event_number");
-    seen[2] = get(self, "event_object");
+  // The running event, as its code sees it.
+  std::string seen;
+  object_set_event(object, ev::OTHER, 11, [&seen](CInstance&, CInstance*) {
+    const RValue global = object_value(global_object());
+    seen = get(global, "event_type") + ", " + get(global, "event_number") + ", " + get(global, "event_object");
   });
   objects_prepare();
-  PerformEvent(b, b, object, ev::OTHER, 11);
-  EXPECT_EQ(seen[0].real, ev::OTHER);
-  EXPECT_EQ(seen[1].real, 11);
-  EXPECT_EQ(seen[2].real, object);
-}
+  PerformEvent(i, i, object, ev::OTHER, 11);
+  EXPECT_EQ(seen, "number " + std::to_string(ev::OTHER) + ", number 11, number " + std::to_string(object));
 
-TEST_F(Variables, WritingRoomGoesToThatRoom) {
-  enter_room();
-  RoomDescription next;
-  next.name = "seconda";
-  const int32_t second = room_add(std::move(next));
-  set(global_object(), "room", number(second));
+  // Writing room goes to that room.
+  set(global, "room", number(second));
   EXPECT_EQ(room_target(), second);
   set_room_target(ROOM_NONE);
-  EXPECT_FATAL(set(global_object(), "room", number(7)), "Unexisting room number: 7");
+  EXPECT_FATAL(set(global, "room", number(7)), "Unexisting room number: 7");
+
 }
+
+}  // namespace

@@ -2,18 +2,35 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "runtime/Code/Array.h"
 #include "runtime/Code/Builtins.h"
+#include "runtime/Code/Conversions.h"
 #include "runtime/Object/Objects.h"
-#include "runtime/Room/Variables.h"
+#include "runtime/Room/Events.h"
 #include "runtime/Room/Room.h"
+#include "runtime/Room/Variables.h"
 #include "support/Fatal.h"
 
 namespace {
+
+using Instances = std::vector<CInstance*>;
+
+RValue number(double d) { return RValue::number(d); }
+RValue ref(const CInstance* i) { return RValue::ref(REF_INSTANCE, i->id); }
+
+// An object as a value, as a struct or an instance is held in a variable.
+RValue object_value(QvObjectBase& object) {
+  RValue v = RValue::undefined();
+  v.obj = &object;
+  v.kind_word = static_cast<uint32_t>(Kind::Object);
+  return v;
+}
 
 class With : public ::testing::Test {
  protected:
@@ -22,20 +39,11 @@ class With : public ::testing::Test {
     rooms_clear();
     objects_clear();
   }
-
   // Prepares the object table, with every event set so far, and enters a room.
   static void enter_room() {
     objects_prepare();
-    RoomDescription description;
-    description.name = "stanza";
-    set_room_target(room_add(std::move(description)));
+    set_room_target(room_add(RoomDescription{"stanza"}));
     room_change(true);
-  }
-  // One object, "oggetto", and a room to put its instances in.
-  static int32_t object_in_room() {
-    const int32_t object = object_add("oggetto");
-    enter_room();
-    return object;
   }
   // Runs `body` as the handler of User Defined 0 of `self`'s object, so
   // that `self` and `other` are those of a running event.
@@ -44,284 +52,207 @@ class With : public ::testing::Test {
     objects_prepare();
     PerformEvent(self, other, self->object_index, ev::OTHER, 10);
   }
-  static std::vector<CInstance*> visits(const RValue& target) {
-    std::vector<CInstance*> seen;
+  static Instances visits(const RValue& target) {
+    Instances seen;
     with_instances(target, [&seen](CInstance& self, CInstance*) { seen.push_back(&self); });
     return seen;
   }
-  static RValue call(const char* name, std::vector<RValue> args, CInstance* self = nullptr,
-                     CInstance* other = nullptr) {
-    RValue result;
-    EXPECT_TRUE(builtin_call(name, result, self, other, static_cast<int>(args.size()), args.data())) << name;
-    return result;
+  // Calls a built-in by name; its answer as "kind value": "number 1", "ref instance 100002", "string oggetto".
+  static std::string call(const char* name, std::vector<RValue> args, CInstance* self = nullptr,
+                          CInstance* other = nullptr) {
+    RValue v;
+    EXPECT_TRUE(builtin_call(name, v, self, other, static_cast<int>(args.size()), args.data())) << name;
+    if (v.is(Kind::Ref)) return value_to_text(v);
+    std::ostringstream out;
+    out << kind_name(v.kind());
+    if (v.is(Kind::Number)) out << " " << v.real;
+    if (v.is(Kind::String)) out << " " << v.string_view();
+    return out.str();
   }
-  static RValue number(double d) { return RValue::number(d); }
 };
 
-RValue object_value(QvObjectBase& object) {
-  RValue v = RValue::undefined();
-  v.obj = &object;
-  v.kind_word = static_cast<uint32_t>(Kind::Object);
-  return v;
-}
-
-using Instances = std::vector<CInstance*>;
-
-}  // namespace
-
-TEST_F(With, VisitsTheMostRecentInstanceFirstWithTheOuterSelfAsOther) {
-  const int32_t object = object_add("oggetto");
-  const int32_t outsider = object_add("estraneo");
+TEST_F(With, BodyRunsOnTheNewestFirstWithTheOuterSelfAsOtherUntilTheLoopEnds) {
+  const int32_t object = object_add("oggetto"), outsider = object_add("estraneo");
+  CInstance* seen_in_event = nullptr;
+  object_set_event(object, ev::OTHER, 11, [&](CInstance&, CInstance*) { seen_in_event = current_self(); });
   enter_room();
-  CInstance* a = instance_create(0, 0, object, 0);
-  CInstance* b = instance_create(0, 0, object, 0);
-  CInstance* c = instance_create(0, 0, object, 0);
-  CInstance* caller = instance_create(0, 0, outsider, 0);
-
+  CInstance* a = instance_create(1, 0, object, 0);
+  CInstance* b = instance_create(2, 0, object, 0);
+  CInstance* c = instance_create(3, 0, object, 0);
+  CInstance* caller = instance_create(4, 0, outsider, 0);
+  const int32_t x = variable_id("x");
   in_event(caller, nullptr, [&] {
     Instances seen;
     with_instances(number(object), [&](CInstance& self, CInstance* other) {
       seen.push_back(&self);
-      EXPECT_EQ(other, caller);
+      EXPECT_EQ(std::pair(other, current_other()), std::pair(caller, caller));
       EXPECT_EQ(current_self(), &self);
-      EXPECT_EQ(current_other(), caller);
+      RValue mine, theirs;
+      variable_get_of(number(KEYWORD_SELF), x, NO_ARRAY_INDEX, mine);
+      variable_get_of(number(KEYWORD_OTHER), x, NO_ARRAY_INDEX, theirs);
+      EXPECT_EQ(std::pair(mine.real, theirs.real), std::pair(double(self.x), 4.0));
+      // An event run from the body has a self of its own; the body's comes back after it.
+      PerformEvent(caller, &self, object, ev::OTHER, 11);
+      EXPECT_EQ(seen_in_event, caller);
+      EXPECT_EQ(current_self(), &self);
     });
     EXPECT_EQ(seen, (Instances{c, b, a}));
     EXPECT_EQ(current_self(), caller);
-    EXPECT_EQ(current_other(), nullptr);
+    with_instances(ref(b), [&](CInstance&, CInstance*) {
+      variable_set_of(number(KEYWORD_OTHER), x, NO_ARRAY_INDEX, number(10));
+    });
+    EXPECT_EQ(caller->x, 10);
+
+    // Breaking out or failing, the loop gives self and other back.
+    {
+      WithIteration loop(number(object));
+      ASSERT_TRUE(loop.next());
+      EXPECT_EQ(std::pair(loop.self(), current_self()), std::pair(c, c));
+    }
+    EXPECT_EQ(current_self(), caller) << "after breaking out";
+    EXPECT_THROW(with_instances(number(object), [](CInstance&, CInstance*) { throw std::runtime_error("fuori"); }),
+                 std::runtime_error);
+    EXPECT_EQ(std::pair(current_self(), current_other()), std::pair(caller, static_cast<CInstance*>(nullptr)));
   });
+  // Instances destroyed while the loop runs keep their pass.
+  Instances seen;
+  with_instances(number(object), [&](CInstance& self, CInstance*) {
+    seen.push_back(&self);
+    if (&self == c) instance_destroy(*b);
+  });
+  EXPECT_EQ(seen, (Instances{c, b, a}));
+  EXPECT_FALSE(b->active());
+  EXPECT_EQ(visits(number(object)), (Instances{c, a}));
 }
 
-TEST_F(With, ObjectTargetsTakeDescendantsAndSkipInactiveInstances) {
-  const int32_t parent = object_add("genitore");
-  const int32_t child = object_add("figlio", parent);
+TEST_F(With, TargetsNameObjectsWithDescendantsInstancesAndKeywords) {
+  const int32_t parent = object_add("genitore"), child = object_add("figlio", parent);
   enter_room();
   CInstance* p = instance_create(0, 0, parent, 0);
   CInstance* c = instance_create(0, 0, child, 0);
   CInstance* gone = instance_create(0, 0, child, 0);
   instance_destroy(*gone);
-  EXPECT_EQ(visits(number(parent)), (Instances{c, p}));
-  EXPECT_EQ(visits(RValue::ref(REF_OBJECT, child)), (Instances{c}));
-  EXPECT_EQ(visits(number(KEYWORD_ALL)), (Instances{c, p}));
-  EXPECT_EQ(visits(number(gone->id)), Instances{});
-  EXPECT_EQ(visits(RValue::ref(REF_INSTANCE, p->id)), (Instances{p}));
-  EXPECT_EQ(visits(object_value(*c)), (Instances{c}));
-  EXPECT_EQ(visits(RValue::text("1")), (Instances{c}));
-  EXPECT_EQ(visits(number(42)), Instances{}) << "no such object";
-}
-
-TEST_F(With, KeywordsNameSelfOtherOrNothing) {
-  const int32_t object = object_in_room();
-  CInstance* me = instance_create(0, 0, object, 0);
-  CInstance* you = instance_create(0, 0, object, 0);
-  in_event(me, you, [&] {
-    for (const int32_t self_keyword : {KEYWORD_SELF, KEYWORD_SELF_AGAIN}) {
-      int passes = 0;
-      with_instances(number(self_keyword), [&](CInstance& self, CInstance* other) {
-        ++passes;
-        EXPECT_EQ(&self, me);
-        EXPECT_EQ(other, me);
-      });
-      EXPECT_EQ(passes, 1);
-    }
-    int passes = 0;
-    with_instances(number(KEYWORD_OTHER), [&](CInstance& self, CInstance* other) {
-      ++passes;
-      EXPECT_EQ(&self, you);
-      EXPECT_EQ(other, me);
-      EXPECT_EQ(current_other(), me);
+  in_event(p, c, [&] {
+    const std::pair<RValue, Instances> targets[] = {
+        {number(parent), {c, p}},        {RValue::ref(REF_OBJECT, child), {c}}, {number(KEYWORD_ALL), {c, p}},
+        {ref(gone), {}},                 {ref(p), {p}},                         {object_value(*c), {c}},
+        {RValue::text("1"), {c}},        {number(42), {}},                      {RValue::undefined(), {}},
+        {number(KEYWORD_SELF), {p}},     {number(KEYWORD_SELF_AGAIN), {p}},     {number(KEYWORD_OTHER), {c}},
+        {number(KEYWORD_NOONE), {}},     {number(KEYWORD_GLOBAL), {}},          {number(KEYWORD_NO_TARGET), {}},
+        {number(-9), {}},
+    };
+    for (size_t n = 0; n < std::size(targets); ++n) EXPECT_EQ(visits(targets[n].first), targets[n].second) << n;
+    // `other` inside a body on `other` is the outer self, and the outer one comes back after.
+    with_instances(number(KEYWORD_OTHER), [&](CInstance&, CInstance* other) {
+      EXPECT_EQ(std::pair(other, current_other()), std::pair(p, p));
     });
-    EXPECT_EQ(passes, 1);
-    EXPECT_EQ(current_other(), you);
+    EXPECT_EQ(current_other(), c);
   });
-  for (const int32_t nothing : {KEYWORD_NOONE, KEYWORD_GLOBAL, KEYWORD_NO_TARGET, -9}) {
-    EXPECT_EQ(visits(number(nothing)), Instances{}) << nothing;
+  for (const RValue& kind : {array_create(2), RValue(), RValue::pointer(nullptr)}) {
+    EXPECT_FATAL(visits(kind), "invalid with reference");
   }
-  EXPECT_EQ(visits(RValue::undefined()), Instances{});
-  EXPECT_FATAL(visits(array_create(2)), "invalid with reference");
-  EXPECT_FATAL(visits(RValue()), "invalid with reference");
-  EXPECT_FATAL(visits(RValue::pointer(nullptr)), "invalid with reference");
 }
-
-TEST_F(With, InstancesDestroyedDuringTheLoopKeepTheirPass) {
-  const int32_t object = object_in_room();
-  CInstance* a = instance_create(0, 0, object, 0);
-  CInstance* b = instance_create(0, 0, object, 0);
-  CInstance* c = instance_create(0, 0, object, 0);
-  Instances seen;
-  with_instances(number(object), [&](CInstance& self, CInstance*) {
-    seen.push_back(&self);
-    if (&self == c) {
-      instance_destroy(*a);
-      instance_destroy(*b);
-    }
-  });
-  EXPECT_EQ(seen, (Instances{c, b, a}));
-  EXPECT_FALSE(a->active());
-  EXPECT_EQ(visits(number(object)), (Instances{c}));
-}
-
-TEST_F(With, BreakingOutOrFailingRestoresSelfAndOther) {
-  const int32_t object = object_in_room();
-  CInstance* a = instance_create(0, 0, object, 0);
-  CInstance* b = instance_create(0, 0, object, 0);
-  in_event(a, nullptr, [&] {
-    {
-      WithIteration loop(number(object));
-      ASSERT_TRUE(loop.next());
-      EXPECT_EQ(loop.self(), b);
-      EXPECT_EQ(current_self(), b);
-    }
-    EXPECT_EQ(current_self(), a);
-    EXPECT_THROW(with_instances(number(object), [](CInstance&, CInstance*) { throw std::runtime_error("fuori"); }),
-                 std::runtime_error);
-    EXPECT_EQ(current_self(), a);
-    EXPECT_EQ(current_other(), nullptr);
-  });
-}
-
-TEST_F(With, AnEventRunFromTheBodyHasItsOwnSelf) {
-  const int32_t object = object_in_room();
-  CInstance* a = instance_create(0, 0, object, 0);
-  CInstance* b = instance_create(0, 0, object, 0);
-  CInstance* seen_in_event = nullptr;
-  object_set_event(object, ev::OTHER, 11, [&](CInstance&, CInstance*) { seen_in_event = current_self(); });
-  in_event(a, nullptr, [&] {
-    with_instances(RValue::ref(REF_INSTANCE, b->id), [&](CInstance& self, CInstance*) {
-      PerformEvent(a, &self, object, ev::OTHER, 11);
-      EXPECT_EQ(current_self(), b) << "the body's self again after the event";
-    });
-  });
-  EXPECT_EQ(seen_in_event, a);
-}
-
-TEST_F(With, VariablesOfSelfAndOtherFollowTheLoop) {
-  const int32_t object = object_in_room();
-  CInstance* a = instance_create(1, 0, object, 0);
-  CInstance* b = instance_create(2, 0, object, 0);
-  const int32_t x = variable_id("x");
-  in_event(a, nullptr, [&] {
-    with_instances(RValue::ref(REF_INSTANCE, b->id), [&](CInstance&, CInstance*) {
-      RValue mine, theirs;
-      variable_get_of(number(KEYWORD_SELF), x, NO_ARRAY_INDEX, mine);
-      variable_get_of(number(KEYWORD_OTHER), x, NO_ARRAY_INDEX, theirs);
-      EXPECT_EQ(mine.real, 2);
-      EXPECT_EQ(theirs.real, 1);
-      variable_set_of(number(KEYWORD_OTHER), x, NO_ARRAY_INDEX, number(10));
-    });
-  });
-  EXPECT_EQ(a->x, 10);
-}
-
-// ---------------------------------------------------------------------------
-// The instance built-ins by name
 
 TEST_F(With, CreatingByNameGivesInstanceRefs) {
-  const int32_t object = object_in_room();
-  const RValue made = call("instance_create_depth", {number(4), number(5), number(-10), number(object)});
-  ASSERT_TRUE(made.is(Kind::Ref));
-  EXPECT_EQ(made.ref_type(), REF_INSTANCE);
-  CInstance* i = instance_find(made.ref_index());
-  ASSERT_NE(i, nullptr);
-  EXPECT_EQ(i->x, 4);
-  EXPECT_EQ(i->depth, -10);
+  const int32_t object = object_add("oggetto");
+  enter_room();
+  // The instance made last, which the answer must name.
+  const auto made = [](const std::string& answer) {
+    CInstance* i = current_room()->active.back();
+    EXPECT_EQ(answer, "ref instance " + std::to_string(i->id));
+    return i;
+  };
+  CInstance* i = made(call("instance_create_depth", {number(4), number(5), number(-10), number(object)}));
+  EXPECT_EQ(std::pair(i->x, i->depth), std::pair(4.0f, -10.0f));
   EXPECT_TRUE(i->has(instance_flag::CREATED));
-
-  const RValue by_name = call("instance_create_layer", {number(1), number(2), RValue::text("Instances"), number(object)});
-  EXPECT_EQ(instance_find(by_name.ref_index())->depth, 0);
-  const RValue by_id = call("instance_create_layer", {number(1), number(2), number(3), RValue::ref(REF_OBJECT, object)});
-  EXPECT_EQ(instance_find(by_id.ref_index())->object_index, object);
-
+  const RValue layer = RValue::text("Instances");
+  EXPECT_EQ(made(call("instance_create_layer", {number(1), number(2), layer, number(object)}))->depth, 0);
+  EXPECT_EQ(made(call("instance_create_layer", {number(1), number(2), number(3), RValue::ref(REF_OBJECT, object)}))
+                ->object_index,
+            object);
+  // A struct's variables arrive before Create.
   QvObjectBase fields(QvObjectBase::Struct, "Object");
   variable_set(fields, variable_id("x"), NO_ARRAY_INDEX, number(30));
   variable_set(fields, variable_id("nome"), NO_ARRAY_INDEX, RValue::text("primo"));
-  const RValue with_struct =
-      call("instance_create_layer", {number(1), number(2), RValue::text("Instances"), number(object), object_value(fields)});
-  CInstance* filled = instance_find(with_struct.ref_index());
+  CInstance* filled =
+      made(call("instance_create_layer", {number(1), number(2), layer, number(object), object_value(fields)}));
   EXPECT_EQ(filled->x, 30);
-  RValue name;
-  variable_get(*filled, variable_id("nome"), NO_ARRAY_INDEX, name);
-  EXPECT_EQ(name.string_view(), "primo");
-
+  EXPECT_EQ(call("variable_instance_get", {ref(filled), RValue::text("nome")}), "string primo");
   EXPECT_FATAL(call("instance_create_layer", {number(1), number(2), number(0), number(object), number(7)}),
                "argument 5 needs to be a struct");
   EXPECT_FATAL(call("instance_create_depth", {number(0), number(0), number(0), number(99)}),
                "Creating instance for non-existing object: 99");
 }
 
-TEST_F(With, DestroyingOneselfLetsTheEventRunToItsEnd) {
-  const int32_t object = object_add("oggetto");
+TEST_F(With, ExistenceCountAndDestroyingByName) {
+  const int32_t object = object_add("oggetto"), unrelated = object_add("altro");
   int destroy_events = 0;
   bool ran_to_end = false;
   object_set_event(object, ev::STEP, 0, [&](CInstance& self, CInstance* other) {
-    RValue ignored;
-    builtin_call("instance_destroy", ignored, &self, other, 0, nullptr);
+    call("instance_destroy", {}, &self, other);
     ran_to_end = true;
   });
   object_set_event(object, ev::DESTROY, 0, [&](CInstance&, CInstance*) { ++destroy_events; });
   enter_room();
-  CInstance* i = instance_create(0, 0, object, 0);
-  PerformEvent(i, i, object, ev::STEP, 0);
+  EXPECT_EQ(call("instance_exists", {number(object)}), "number 0");
+  CInstance* a = instance_create(0, 0, object, 0);
+  CInstance* b = instance_create(0, 0, object, 0);
+  // Refs of other types, undefined and arrays name no instance.
+  const std::pair<RValue, const char*> rows[] = {
+      {number(object), "number 1"},      {RValue::ref(REF_OBJECT, object), "number 1"}, {ref(a), "number 1"},
+      {object_value(*a), "number 1"},    {number(unrelated), "number 0"}, {RValue::ref(REF_SPRITE, object), "number 0"},
+      {RValue::undefined(), "number 0"}, {array_create(1), "number 0"}, {number(KEYWORD_ALL), "number 1"},
+      {number(KEYWORD_NOONE), "number 0"},
+  };
+  for (const auto& [target, answer] : rows) {
+    EXPECT_EQ(call("instance_exists", {target}), answer) << kind_name(target.kind());
+  }
+  EXPECT_EQ(call("instance_exists", {number(KEYWORD_SELF)}, a), "number 1");
+  EXPECT_EQ(call("instance_number", {number(object)}), "number 2");
+  EXPECT_EQ(call("instance_number", {number(KEYWORD_ALL)}), "number 2");
+
+  // Destroying itself, an instance lets its event run to the end.
+  PerformEvent(a, a, object, ev::STEP, 0);
   EXPECT_TRUE(ran_to_end);
   EXPECT_EQ(destroy_events, 1);
-  EXPECT_EQ(call("instance_exists", {RValue::ref(REF_INSTANCE, i->id)}).real, 0);
-
+  EXPECT_EQ(call("instance_number", {number(object)}), "number 1");
+  EXPECT_EQ(call("instance_exists", {ref(a)}), "number 0");
+  EXPECT_EQ(call("instance_exists", {object_value(*a)}), "number 0");
   CInstance* quiet = instance_create(0, 0, object, 0);
-  CInstance* loud = instance_create(0, 0, object, 0);
-  call("instance_destroy", {RValue::ref(REF_INSTANCE, quiet->id), RValue::boolean(false)});
+  call("instance_destroy", {ref(quiet), RValue::boolean(false)});
   EXPECT_EQ(destroy_events, 1) << "Destroy not asked for";
   EXPECT_TRUE(quiet->has(instance_flag::MARKED));
   call("instance_destroy", {number(object)});
   EXPECT_EQ(destroy_events, 2);
-  EXPECT_TRUE(loud->has(instance_flag::MARKED));
-
+  EXPECT_TRUE(b->has(instance_flag::MARKED));
   QvObjectBase plain(QvObjectBase::Struct, "Object");
   EXPECT_FATAL(call("instance_destroy", {object_value(plain)}), "not an instance");
   EXPECT_FATAL(call("instance_destroy", {}), "not an instance");
 }
 
-TEST_F(With, ExistenceAndCountFollowActiveInstances) {
-  const int32_t object = object_add("oggetto");
-  const int32_t other = object_add("altro");
-  enter_room();
-  EXPECT_EQ(call("instance_exists", {number(object)}).real, 0);
-  CInstance* a = instance_create(0, 0, object, 0);
-  instance_create(0, 0, object, 0);
-  const RValue yes = call("instance_exists", {number(object)});
-  EXPECT_TRUE(yes.is(Kind::Number));
-  EXPECT_EQ(yes.real, 1);
-  EXPECT_EQ(call("instance_exists", {RValue::ref(REF_OBJECT, object)}).real, 1);
-  EXPECT_EQ(call("instance_exists", {RValue::ref(REF_INSTANCE, a->id)}).real, 1);
-  EXPECT_EQ(call("instance_exists", {object_value(*a)}).real, 1);
-  EXPECT_EQ(call("instance_exists", {number(other)}).real, 0);
-  EXPECT_EQ(call("instance_exists", {RValue::ref(REF_SPRITE, object)}).real, 0) << "another type is never tested";
-  EXPECT_EQ(call("instance_exists", {RValue::undefined()}).real, 0);
-  EXPECT_EQ(call("instance_exists", {array_create(1)}).real, 0);
-  EXPECT_EQ(call("instance_exists", {number(KEYWORD_ALL)}).real, 1);
-  EXPECT_EQ(call("instance_exists", {number(KEYWORD_NOONE)}).real, 0);
-  EXPECT_EQ(call("instance_exists", {number(KEYWORD_SELF)}, a).real, 1);
-
-  EXPECT_EQ(call("instance_number", {number(object)}).real, 2);
-  EXPECT_EQ(call("instance_number", {number(KEYWORD_ALL)}).real, 2);
-  instance_destroy(*a);
-  EXPECT_EQ(call("instance_number", {number(object)}).real, 1);
-  EXPECT_EQ(call("instance_exists", {RValue::ref(REF_INSTANCE, a->id)}).real, 0);
-  EXPECT_EQ(call("instance_exists", {object_value(*a)}).real, 0);
-}
-
-TEST_F(With, EventsRoomsAndTheEndOfTheGameByName) {
+TEST_F(With, EventsRoomsVariablesAndTheEndOfTheGameByName) {
   const int32_t object = object_add("oggetto");
   CInstance* ran_on = nullptr;
   object_set_event(object, ev::OTHER, 12, [&](CInstance& self, CInstance*) { ran_on = &self; });
   enter_room();
-  RoomDescription second;
-  second.name = "seconda";
-  const int32_t next = room_add(std::move(second));
+  const int32_t next = room_add(RoomDescription{"seconda"});
   CInstance* i = instance_create(0, 0, object, 0);
   call("event_perform", {number(ev::OTHER), number(12)}, i, i);
   EXPECT_EQ(ran_on, i);
   EXPECT_FATAL(call("event_perform", {number(ev::OTHER), number(12)}),
                "Attempt to dispatch event on non-instance object");
+  EXPECT_EQ(call("object_get_name", {number(object)}), "string oggetto");
+  EXPECT_EQ(call("object_get_name", {number(9)}), "string <undefined>");
+
+  call("variable_instance_set", {ref(i), RValue::text("vite"), number(3)});
+  EXPECT_EQ(call("variable_instance_get", {ref(i), RValue::text("vite")}), "number 3");
+  call("variable_instance_set", {ref(i), RValue::text("x"), number(12)});
+  EXPECT_EQ(i->x, 12);
+  EXPECT_EQ(call("variable_instance_get", {ref(i), RValue::text("mai_vista")}), "undefined");
+  call("variable_global_set", {RValue::text("livello"), number(4)});
+  EXPECT_EQ(call("variable_global_get", {RValue::text("livello")}), "number 4");
+  EXPECT_EQ(call("variable_global_get", {RValue::text("mai_globale")}), "undefined");
+  EXPECT_EQ(call("variable_global_get", {RValue::text("room")}), "number 0");
 
   EXPECT_FATAL(call("room_goto", {number(2)}), "room_goto argument 1 invalid reference to (room)");
   call("room_goto", {RValue::ref(REF_ROOM, next)});
@@ -331,25 +262,7 @@ TEST_F(With, EventsRoomsAndTheEndOfTheGameByName) {
   EXPECT_EQ(room_target(), current_room_index());
   set_room_target(ROOM_NONE);
   call("game_end", {number(3)});
-  EXPECT_EQ(room_target(), ROOM_END_GAME);
-  EXPECT_EQ(game_exit_status(), 3);
-
-  EXPECT_EQ(call("object_get_name", {number(object)}).string_view(), "oggetto");
-  EXPECT_EQ(call("object_get_name", {number(9)}).string_view(), "<undefined>");
+  EXPECT_EQ(std::pair(room_target(), game_exit_status()), std::pair(ROOM_END_GAME, 3));
 }
 
-TEST_F(With, VariablesByName) {
-  const int32_t object = object_in_room();
-  CInstance* i = instance_create(0, 0, object, 0);
-  const RValue ref = RValue::ref(REF_INSTANCE, i->id);
-  call("variable_instance_set", {ref, RValue::text("vite"), number(3)});
-  EXPECT_EQ(call("variable_instance_get", {ref, RValue::text("vite")}).real, 3);
-  call("variable_instance_set", {ref, RValue::text("x"), number(12)});
-  EXPECT_EQ(i->x, 12);
-  EXPECT_TRUE(call("variable_instance_get", {ref, RValue::text("mai_vista")}).is(Kind::Undefined));
-
-  call("variable_global_set", {RValue::text("livello"), number(4)});
-  EXPECT_EQ(call("variable_global_get", {RValue::text("livello")}).real, 4);
-  EXPECT_TRUE(call("variable_global_get", {RValue::text("mai_globale")}).is(Kind::Undefined));
-  EXPECT_EQ(call("variable_global_get", {RValue::text("room")}).real, current_room_index());
-}
+}  // namespace
