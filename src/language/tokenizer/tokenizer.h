@@ -61,12 +61,6 @@ class Tokenizer {
   void final_token_cut();             // 40
   bool final_token_loop();            // 41: false if any token divides by a literal zero
 
-  // Served by later parts of the language: custom functions, external
-  // functions and object code are taken out of the text here.
-  void parsing_funzioni_personalizzate();
-  void parsing_funzioni_esterne();
-  void parsing_codice_oggetto();
-
   const std::string& message() const { return message_; }
 
  private:
