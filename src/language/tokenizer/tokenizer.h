@@ -75,8 +75,8 @@ class Tokenizer {
   void restore_string_token(size_t i);
 
   TokenProgram& p_;
-  const std::string& working_directory_;
-  const std::string& program_file_;
+  const std::string working_directory_;
+  const std::string program_file_;
   std::string message_;                 // the program text being rewritten; "#" ends a line
   std::vector<std::string> tok_p_;      // the raw cuts of stage 28
   size_t a_ = 0;                        // the number of tokens while the pipeline runs
