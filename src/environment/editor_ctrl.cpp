@@ -10,12 +10,12 @@
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/TextDrawing.h"
+#include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
 
 namespace {
 
-ErrorCheck g_error_check = nullptr;
 int32_t g_editor_object = -1;
 
 // Until the editor screen exists, the text a learner would find in it.
@@ -27,11 +27,9 @@ constexpr const char* FIRST_PROGRAM =
     "aumenta conta di 1\n"
     "disegna cerchio (X: 500, Y: 350, RAGGIO: 50 + conta / 3, COLORE: blu)\n";
 
-constexpr int KEY_F5 = 116;
+constexpr int KEY_F5 = KEY_F1 + 4;
 
 }  // namespace
-
-void set_error_check(ErrorCheck check) { g_error_check = check; }
 
 EditorCtrl* editor_ctrl() {
   const CObject* object = object_get(g_editor_object);
@@ -53,8 +51,8 @@ void EditorCtrl::draw() {
   draw_state().colour = 0;
   draw_set_halign(0);
   draw_set_valign(0);
-  draw_text(50, 20, "Velant 1.63 - premi F5 per eseguire il programma, Esc per tornare qui");
-  draw_state().colour = 32768;
+  draw_text(50, 20, std::string("Velant ") + VELANT_VERSION + " - premi F5 per eseguire il programma, Esc per tornare qui");
+  draw_state().colour = static_cast<uint32_t>(COLOUR_DARK_GREEN);
   draw_text(50, 60, slide_text.size() > 1 ? slide_text[1] : std::string());
 }
 
@@ -74,8 +72,6 @@ void TastoEsegui::alarm_0() {
   original_str = str;
   str += "filler ";
   fatal_error = 0;
-  if (g_error_check) g_error_check(*this);
-  if (fatal_error == 1) return;
   // The whole hand-over to the run: the text in code.txt, written whole.
   {
     std::ofstream code("code.txt.part", std::ios::binary | std::ios::trunc);
@@ -85,19 +81,21 @@ void TastoEsegui::alarm_0() {
   room_goto(ROOM_MAIN);
 }
 
-void TastoEsegui::draw_end() {
-  if (esegui != 1) return;
-  const Room* room = current_room();
-  if (!room) return;
+void draw_interpretation_notice(double width, double height, double veil_alpha) {
   const double alpha = draw_state().alpha;
-  draw_state().alpha = 0.9;
-  draw_rectangle_colour(0, 0, room->width, room->height, 4210752, 4210752, 0, 0, false);
+  draw_state().alpha = veil_alpha;
+  draw_rectangle_colour(0, 0, width, height, COLOUR_DARK_GREY, COLOUR_DARK_GREY, 0, 0, false);
   draw_state().alpha = 1;
-  draw_state().colour = 0xFFFFFF;
+  draw_state().colour = static_cast<uint32_t>(COLOUR_WHITE);
   draw_set_halign(1);
-  draw_text(650, 350, "Interpretazione in corso ...");
+  draw_text(width / 2, height / 2, "Interpretazione in corso ...");
   draw_set_halign(0);
   draw_state().alpha = alpha;
+}
+
+void TastoEsegui::draw_end() {
+  if (esegui != 1) return;
+  if (const Room* room = current_room()) draw_interpretation_notice(room->width, room->height, 0.9);
   esegui = 0;
 }
 

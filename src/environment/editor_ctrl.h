@@ -36,10 +36,10 @@ class TastoEsegui : public CInstance {
   int fatal_error = 0;
 };
 
-// The check of a program's text before a run: it may set `fatal_error` and
-// append to `original_str`. None until the editor brings it.
-using ErrorCheck = void (*)(TastoEsegui& button);
-void set_error_check(ErrorCheck check);
+// Over the whole of a `width` x `height` room, a veil at `veil_alpha`
+// darkening towards the bottom, and "Interpretazione in corso ..." in its
+// middle, while a run gets ready.
+void draw_interpretation_notice(double width, double height, double veil_alpha);
 
 // The editor controller, or null when there is none.
 EditorCtrl* editor_ctrl();

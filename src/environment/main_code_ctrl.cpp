@@ -1,5 +1,7 @@
 #include "environment/main_code_ctrl.h"
 
+#include "environment/editor_ctrl.h"
+
 #include <cmath>
 #include <functional>
 #include <string>
@@ -68,9 +70,9 @@ void MainCodeCtrl::create() {
   set_main_program(&p);
   set_run_stopped_by_error(false);
   if (Room* room = current_room()) {
-    room->width = 1000;
-    room->height = 700;
-    room->background_colour = 32896;
+    room->width = static_cast<int32_t>(RUN_WINDOW_WIDTH);
+    room->height = static_cast<int32_t>(RUN_WINDOW_HEIGHT);
+    room->background_colour = static_cast<uint32_t>(COLOUR_OLIVE);
   }
   set_circle_precision(64);
   // Every run begins with chance from the same seed.
@@ -148,10 +150,10 @@ void MainCodeCtrl::draw_end() {
   ProgramInstance& p = *program_;
   const FrameState& frame = frame_state();
   // Pressing Alt while releasing Ctrl switches the list of tokens and variables.
-  if (key_down(18) && key_released(17)) debug = !debug;
+  if (key_down(KEY_ALT) && key_released(KEY_CONTROL)) debug = !debug;
   if (debug && time > 10) {
-    if (key_down(38)) debug_scroll += 20;
-    if (key_down(40)) debug_scroll -= 20;
+    if (key_down(KEY_UP)) debug_scroll += 20;
+    if (key_down(KEY_DOWN)) debug_scroll -= 20;
     draw_state().colour = 0;
     for (int k = 0; k < p.program.totale_tok; ++k) {
       draw_text(10, debug_scroll + 20.0 * k, std::to_string(k) + "_" + std::string(p.token_text(k)));
@@ -165,7 +167,7 @@ void MainCodeCtrl::draw_end() {
   }
   // The speed warning, once a second has been measured.
   if (frame.fps > 0 && frame.fps < 15 && object_find("gif_ctrl") < 0) {
-    draw_state().colour = 255;
+    draw_state().colour = static_cast<uint32_t>(COLOUR_RED);
     draw_set_halign(0);
     draw_text(40, 8,
               "Atenzione! L'esecuzione del tuo codice è troppo pesante su questo computer!\n" +
@@ -173,11 +175,7 @@ void MainCodeCtrl::draw_end() {
                   std::to_string(static_cast<int>(100 - frame.fps / 30.0 * 100)) + "% rispetto al normale.");
   }
   if (restart == 1) {
-    draw_rectangle_colour(0, 0, p.larghezza_finestra, p.altezza_finestra, 4210752, 4210752, 0, 0, false);
-    draw_state().colour = 0xFFFFFF;
-    draw_set_halign(1);
-    draw_text(p.larghezza_finestra / 2, p.altezza_finestra / 2, "Interpretazione in corso ...");
-    draw_set_halign(0);
+    draw_interpretation_notice(p.larghezza_finestra, p.altezza_finestra, 1);
     if (++restart_time > 1) room_restart();
   }
   draw_stamps(p);

@@ -3,6 +3,7 @@
 #include "environment/editor_ctrl.h"
 #include "families/families.h"
 #include "environment/main_code_ctrl.h"
+#include "language/evaluation/program_instance.h"
 #include "language/evaluation/run_end.h"
 #include "language/tokenizer/sound_assets.h"
 #include "runtime/Room/Room.h"
@@ -22,14 +23,14 @@ void define_environment(Startup startup) {
   const int32_t run_button = define_tasto_esegui();
   const int32_t runner = define_main_code_ctrl();
 
-  RoomDescription intro{"Intro", 1300, 700};
+  RoomDescription intro{"Intro", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT};
   // The start of the environment: the editor's controller, which lives on
   // from here for the whole process, then on to the editor.
   if (startup == Startup::Environment) intro.placements = {{editor}};
   intro.creation_code = [] { room_goto(ROOM_EDITOR); };
   room_add(intro);
-  room_add(RoomDescription{"Progetti", 1300, 700});
-  RoomDescription editor_room{"Editor", 1300, 700};
+  room_add(RoomDescription{"Progetti", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT});
+  RoomDescription editor_room{"Editor", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT};
   if (startup == Startup::Runner) {
     // A run from the command line is over when it would go back to the editor.
     editor_room.creation_code = [] { game_end(); };
@@ -37,7 +38,7 @@ void define_environment(Startup startup) {
     editor_room.placements = {{run_button}};
   }
   room_add(editor_room);
-  RoomDescription run_room{"main_room", 1000, 700};
+  RoomDescription run_room{"main_room", static_cast<int32_t>(RUN_WINDOW_WIDTH), static_cast<int32_t>(RUN_WINDOW_HEIGHT)};
   run_room.placements = {{runner}};
   room_add(run_room);
   set_room_target(startup == Startup::Runner ? ROOM_MAIN : ROOM_INTRO);

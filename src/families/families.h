@@ -1,7 +1,6 @@
 // The function families of the language, in the order in which the
 // statement walk calls them at every statement position. Each family is a
-// unit of its own, named after it; a family whose functions haven't come
-// yet is in its place and knows no function.
+// unit of its own, named after it.
 #pragma once
 
 #include <span>
@@ -12,26 +11,11 @@
 inline constexpr FamilyGuard OTTIENI_GUARD{"ottieni", false, true};  // value functions only
 
 extern const Family funzioni_di_disegno;
-extern const Family funzioni_sul_suono;
-extern const Family funzioni_sui_tasti_virtuali;
-extern const Family funzioni_sulle_interfacce;
 extern const Family funzioni_sulle_stringhe;
 extern const Family funzioni_di_casualita;
 extern const Family funzioni_matematiche;
 extern const Family funzioni_trigonometriche_e_vettoriali;
-extern const Family funzioni_sui_percorsi;
-extern const Family funzioni_miste;
-extern const Family funzioni_sulle_date;
-extern const Family funzioni_giochi_extra;
-extern const Family funzioni_sui_file_di_testo;
-extern const Family funzioni_crittografiche;
-extern const Family funzioni_arduino;
-extern const Family funzioni_particelle;
-extern const Family funzioni_sulle_tabelle;
 extern const Family funzioni_logiche;
-extern const Family funzioni_esterne;
-extern const Family funzioni_sugli_oggetti;
-extern const Family funzioni_pixelart;
 
 // The families in the order of the calls.
 std::span<const Family* const> language_families();

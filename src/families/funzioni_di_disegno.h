@@ -27,8 +27,8 @@ struct DrawingMemory : FamilyMemory {
   std::vector<double> mem_ris_x = std::vector<double>(100), mem_ris_y = std::vector<double>(100);
   int tot_mem_ris = 0;
   double subimage_index = 0;
-  double sfondo_griglia = 16777215;
-  double colore_griglia = 12632256;
+  double sfondo_griglia = COLOUR_WHITE;
+  double colore_griglia = COLOUR_LIGHT_GREY;
   double dimensione_griglia = 25;
   int32_t surf = -1;
   int32_t timbri = -1;

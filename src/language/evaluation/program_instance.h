@@ -27,6 +27,7 @@
 #include "language/evaluation/family_call.h"
 #include "language/tokenizer/token_program.h"
 #include "runtime/Code/RValue.h"
+#include "runtime/Graphics/Colour.h"
 #include "runtime/Object/Instance.h"
 
 // Hashes names for lookups by std::string_view without making a string.
@@ -34,6 +35,9 @@ struct VariableNameHash {
   using is_transparent = void;
   size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
 };
+
+// The window a program runs in until it sets its own size.
+inline constexpr double RUN_WINDOW_WIDTH = 1000, RUN_WINDOW_HEIGHT = 700;
 
 // The base of what a family keeps for one program between its calls.
 struct FamilyMemory {
@@ -153,11 +157,11 @@ class ProgramInstance : public ExpressionContext {
 
   // The window as the program sets it through the reserved names. On an
   // esemplare they are copies taken from main_code_ctrl.
-  double larghezza_finestra = 1000;
-  double altezza_finestra = 700;
+  double larghezza_finestra = RUN_WINDOW_WIDTH;
+  double altezza_finestra = RUN_WINDOW_HEIGHT;
   int griglia_visibile = 1;
-  // The room's background colour; rooms keep no colour of their own yet.
-  double colore_sfondo = 32896;
+  // The room's background colour until the program sets one.
+  double colore_sfondo = COLOUR_OLIVE;
   // The caption as the program wrote it, quotes included: what the program reads back as `nome_finestra`.
   std::string room_caption;
   // The caption text without quotes; main_code_ctrl puts it on the window,

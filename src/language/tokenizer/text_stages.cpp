@@ -515,16 +515,9 @@ void Tokenizer::functions_and_objects() {
     text_edit::replace_all(spaced, "_", " ");
     text_edit::replace_all(message_, spaced, funz_pers);
   }
-  cut_tokens(message_, CUT_B, tok_p_);
-  parsing_funzioni_personalizzate();
-  parsing_funzioni_esterne();
-  for (const std::string& name : p_.funzioni_esterne) {
-    std::string spaced = name;
-    text_edit::replace_all(spaced, "_", " ");
-    text_edit::replace_all(message_, spaced, name);
-  }
-  cut_tokens(message_, CUT_B, tok_p_);
-  parsing_codice_oggetto();
+  // Custom functions, imported external functions and the code of objects
+  // will be taken out of the text here, from its tokens cut again; until the
+  // language runs them their definitions stay in the program as words.
 }
 
 // 29. A key with nothing behind it gets the value 0.

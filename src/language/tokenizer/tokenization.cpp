@@ -43,48 +43,90 @@ std::string token_listing(const TokenProgram& program) {
 
 namespace {
 
-// Stages 1 to 40 in the order they run; stage 41 ends the pipeline and can stop the start.
+// Stages 1 to 40 in the order they run; stage 41 ends the pipeline and can
+// stop the start. Each line says what the stage does and, after the "|",
+// which later stage relies on it.
 constexpr std::array<void (Tokenizer::*)(), 40> STAGES = {
-    &Tokenizer::read_program,                 // 1: code.txt into one text, "#" ending each line
-    &Tokenizer::serve_include,                // 2: the first "includi" is replaced by the file it names
-    &Tokenizer::guard_braces_and_join_words,  // 3
-    &Tokenizer::add_mandatory_blocks,         // 4: "INIZIA", "CICLO CONTINUO" and the default window header
-    &Tokenizer::clear_token_arrays,           // 5
-    &Tokenizer::tighten_brackets,             // 6
-    &Tokenizer::join_continued_lines,         // 7: "$" at a line end joins two lines
-    &Tokenizer::remove_line_comments,         // 8: before strings are protected, so "//" in a string cuts too
-    &Tokenizer::remove_block_comments,        // 9
-    &Tokenizer::mark_line_break_words,        // 10
-    &Tokenizer::protect_strings,              // 11: signs inside strings are held as markers
-    &Tokenizer::genitive_and_commas,          // 12: ", " separates arguments, "," alone is a decimal point
-    &Tokenizer::classify_brackets,            // 13: arithmetic brackets become square
-    &Tokenizer::mark_logical_or,              // 14
-    &Tokenizer::first_operators,              // 15
-    &Tokenizer::join_phrases,                 // 16
-    &Tokenizer::object_attributes,            // 17: "X del ..." becomes an attribute token
-    &Tokenizer::space_conditions,             // 18
-    &Tokenizer::blocks_and_spacing,           // 19: a full stop standing apart closes a block
-    &Tokenizer::fixed_phrases,                // 20
-    &Tokenizer::key_and_mouse_phrases,        // 21
-    &Tokenizer::notes_sounds_fonts,           // 22: sound names become asset numbers
-    &Tokenizer::punctuation_and_comparisons,  // 23
-    &Tokenizer::join_keywords,                // 24: the keyword table: phrases become single words
-    &Tokenizer::line_starts,                  // 25
-    &Tokenizer::custom_argument_lists,        // 26: the rest of a line behind "argomenti" becomes one string
-    &Tokenizer::guard_decimal_points,         // 27
-    &Tokenizer::functions_and_objects,        // 28: custom and external functions, object code
-    &Tokenizer::last_text_passes,             // 29
-    &Tokenizer::first_token_cut,              // 30: cut, clean, compact, substitute single tokens
-    &Tokenizer::rebuild_text,                 // 31: the tokens joined again, the first one left out
-    &Tokenizer::argument_keys,                // 32
-    &Tokenizer::blocks_again,                 // 33: puts "INIZIA" back in front
-    &Tokenizer::square_brackets,              // 34
-    &Tokenizer::blanks_beside_brackets,       // 35
-    &Tokenizer::operators_and_brackets,       // 36
-    &Tokenizer::condition_words,              // 37: "%" becomes a division by 100
-    &Tokenizer::keys_again,                   // 38
-    &Tokenizer::last_operators,               // 39
-    &Tokenizer::final_token_cut,              // 40
+    // 1: code.txt into one text, "#" ending each line | every later stage reads "#" as the line end
+    &Tokenizer::read_program,
+    // 2: the first "includi" is replaced by the file it names | the included text goes through all the rest
+    &Tokenizer::serve_include,
+    // 3: a blank after "{" at a line end, and three phrases joined | 19 finds "{" apart; 28 finds the joined phrases
+    &Tokenizer::guard_braces_and_join_words,
+    // 4: "INIZIA", "CICLO CONTINUO" and the default window header put in when missing | 41 takes the blocks' positions
+    &Tokenizer::add_mandatory_blocks,
+    // 5: the token arrays emptied | 30 and 40 fill them from nothing
+    &Tokenizer::clear_token_arrays,
+    // 6: blanks inside round brackets taken away | 13 sees each bracket next to its neighbour
+    &Tokenizer::tighten_brackets,
+    // 7: "$" at a line end joins two lines | an expression split over lines becomes one token in 30
+    &Tokenizer::join_continued_lines,
+    // 8: "//" comments cut to the line end, before strings are protected, so "//" in a string cuts too | 11
+    &Tokenizer::remove_line_comments,
+    // 9: "/* ... */" comments cut | 11 never meets a quote inside a comment
+    &Tokenizer::remove_block_comments,
+    // 10: "(a capo)" becomes a line-break marker, tabs go | 41 turns the marker back in strings
+    &Tokenizer::mark_line_break_words,
+    // 11: signs inside strings held as markers | every rewrite after it leaves the strings alone; 41 restores them
+    &Tokenizer::protect_strings,
+    // 12: "della" and its kin joined, ", " separates arguments, "," alone is a decimal point | 13 and 17
+    &Tokenizer::genitive_and_commas,
+    // 13: round brackets of arithmetic become square, those of arguments stay round | the evaluators and 34 to 39
+    &Tokenizer::classify_brackets,
+    // 14: " o " kept apart from the letter o in words | 23 and the conditions read "o" as a word
+    &Tokenizer::mark_logical_or,
+    // 15: a closing bracket before an operator becomes square | 36 and 39 finish the arithmetic brackets
+    &Tokenizer::first_operators,
+    // 16: phrases of names joined with "_" | 24 and the evaluators see one word per name
+    &Tokenizer::join_phrases,
+    // 17: "X del ..." becomes an attribute token | the genitive lookups of the variables
+    &Tokenizer::object_attributes,
+    // 18: blanks around "se" and runs of blanks folded | 19 and 30 cut at single blanks
+    &Tokenizer::space_conditions,
+    // 19: a full stop standing apart closes a block; blanks around braces | the walk counts "{" and "}" tokens
+    &Tokenizer::blocks_and_spacing,
+    // 20: window, colour and grid phrases joined | 24 and the reserved names
+    &Tokenizer::fixed_phrases,
+    // 21: key and mouse phrases joined | the evaluators' key and mouse names
+    &Tokenizer::key_and_mouse_phrases,
+    // 22: note, sound and font names become numbers or asset names | 41's note numbers and the families
+    &Tokenizer::notes_sounds_fonts,
+    // 23: comparison words become signs, punctuation spaced | 30's "==" rule and the conditions
+    &Tokenizer::punctuation_and_comparisons,
+    // 24: the keyword table: phrases become single words | 28, 38 and every family's names
+    &Tokenizer::join_keywords,
+    // 25: blanks at line starts and inside "( KEY" taken away | 26 reads lines from their first word
+    &Tokenizer::line_starts,
+    // 26: the rest of a line behind "argomenti" becomes one string | 28 reads a custom function's arguments
+    &Tokenizer::custom_argument_lists,
+    // 27: decimal points between digits hidden | 28 and 29 can't mistake them for a full stop
+    &Tokenizer::guard_decimal_points,
+    // 28: custom and external functions, object code | the walk finds external functions by name
+    &Tokenizer::functions_and_objects,
+    // 29: decimal points back; an empty key gets 0 | 30 cuts every key with a value
+    &Tokenizer::last_text_passes,
+    // 30: cut, clean, compact, substitute single tokens | 31 rebuilds the text from these tokens
+    &Tokenizer::first_token_cut,
+    // 31: the tokens joined again, the first one left out | 33 puts "INIZIA" back
+    &Tokenizer::rebuild_text,
+    // 32: "( A" becomes "(A" for every capital | 38 and the families read "(KEY:" whole
+    &Tokenizer::argument_keys,
+    // 33: puts "INIZIA" back in front | 41 takes the block's position
+    &Tokenizer::blocks_again,
+    // 34: blanks beside square brackets and inside comparisons | 35 to 37 see brackets next to their values
+    &Tokenizer::square_brackets,
+    // 35: blanks between a bracket and a digit or letter go | 40 cuts an expression as one token
+    &Tokenizer::blanks_beside_brackets,
+    // 36: blanks between operators and brackets go; round brackets of arithmetic become square | 40
+    &Tokenizer::operators_and_brackets,
+    // 37: condition words apart from brackets; "%" becomes a division by 100 | the conditions read "e", "o", "non"
+    &Tokenizer::condition_words,
+    // 38: "( KEY: " becomes "(KEY: " for every keyword | the families match "(KEY:" tokens
+    &Tokenizer::keys_again,
+    // 39: the last round brackets beside operators become square | the evaluators take only square ones
+    &Tokenizer::last_operators,
+    // 40: the final cut and compaction into tok | 41 works token by token
+    &Tokenizer::final_token_cut,
 };
 
 }  // namespace
@@ -98,19 +140,3 @@ TokenizationResult Tokenizer::run() {
   // 41: string tokens get their characters back; a literal division by zero ends the start.
   return final_token_loop() ? TokenizationResult::Ready : TokenizationResult::DivisionByZero;
 }
-
-// Custom functions are taken out of the text and stored as functions of
-// their own (with their argument names) once the language runs them; until
-// then their definitions stay in the token program as words.
-void Tokenizer::parsing_funzioni_personalizzate() {}
-
-// Imported external functions ("importa funzione esterna") are defined here
-// through external_define, and their names listed in the program's
-// funzioni_esterne, once the family that calls them exists. Until then a
-// program imports none.
-void Tokenizer::parsing_funzioni_esterne() { p_.funzioni_esterne.clear(); }
-
-// The code of each object ("crea un oggetto ... esegue_al_suo_interno_questo_codice")
-// is cut out here and kept for its instances, once instances run programs
-// of their own.
-void Tokenizer::parsing_codice_oggetto() {}

@@ -61,12 +61,6 @@ class Tokenizer {
   void final_token_cut();             // 40
   bool final_token_loop();            // 41: false if any token divides by a literal zero
 
-  // Served by later parts of the language: custom functions, external
-  // functions and object code are taken out of the text here.
-  void parsing_funzioni_personalizzate();
-  void parsing_funzioni_esterne();
-  void parsing_codice_oggetto();
-
   const std::string& message() const { return message_; }
 
  private:
@@ -81,8 +75,8 @@ class Tokenizer {
   void restore_string_token(size_t i);
 
   TokenProgram& p_;
-  const std::string& working_directory_;
-  const std::string& program_file_;
+  const std::string working_directory_;
+  const std::string program_file_;
   std::string message_;                 // the program text being rewritten; "#" ends a line
   std::vector<std::string> tok_p_;      // the raw cuts of stage 28
   size_t a_ = 0;                        // the number of tokens while the pipeline runs

@@ -9,7 +9,7 @@
 
 namespace {
 
-double g_epsilon = 0.00001;
+constexpr double COMPARE_EPSILON = 0.00001;
 
 // A side's text for the words of a failed operator; never fatal itself.
 std::string describe(const RValue& v) { return v.is(Kind::Unset) ? std::string("unset") : value_to_text(v); }
@@ -210,8 +210,7 @@ int compare_strings(const RValue& a, const RValue& b) {
 
 }  // namespace
 
-double compare_epsilon() { return g_epsilon; }
-void set_compare_epsilon(double epsilon) { g_epsilon = epsilon; }
+double compare_epsilon() { return COMPARE_EPSILON; }
 
 void value_add(RValue& left, const RValue& right) {
   if (add_numeric(left, right, +1)) return;
@@ -375,15 +374,15 @@ int CompareValues(const RValue& a, const RValue& b, double epsilon, bool raise) 
   return ka != Kind::Number ? 1 : -1;
 }
 
-bool operator==(const RValue& a, const RValue& b) { return CompareValues(a, b, g_epsilon, false) == 0; }
+bool operator==(const RValue& a, const RValue& b) { return CompareValues(a, b, COMPARE_EPSILON, false) == 0; }
 bool operator!=(const RValue& a, const RValue& b) { return !(a == b); }
 bool operator<(const RValue& a, const RValue& b) {
-  const int r = CompareValues(a, b, g_epsilon, true);
+  const int r = CompareValues(a, b, COMPARE_EPSILON, true);
   return r < 0 && r != -2;
 }
 bool operator<=(const RValue& a, const RValue& b) {
-  const int r = CompareValues(a, b, g_epsilon, true);
+  const int r = CompareValues(a, b, COMPARE_EPSILON, true);
   return r < 1 && r != -2;
 }
-bool operator>(const RValue& a, const RValue& b) { return CompareValues(a, b, g_epsilon, true) > 0; }
-bool operator>=(const RValue& a, const RValue& b) { return CompareValues(a, b, g_epsilon, true) >= 0; }
+bool operator>(const RValue& a, const RValue& b) { return CompareValues(a, b, COMPARE_EPSILON, true) > 0; }
+bool operator>=(const RValue& a, const RValue& b) { return CompareValues(a, b, COMPARE_EPSILON, true) >= 0; }

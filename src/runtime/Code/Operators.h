@@ -7,9 +7,8 @@
 
 #include "runtime/Code/RValue.h"
 
-// The comparison epsilon, 0.00001 unless changed.
+// The comparison epsilon: 0.00001.
 double compare_epsilon();
-void set_compare_epsilon(double epsilon);
 
 void value_add(RValue& left, const RValue& right);       // +=
 void value_subtract(RValue& left, const RValue& right);  // -=

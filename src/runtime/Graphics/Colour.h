@@ -16,3 +16,11 @@ double colour_get_blue(double colour);
 uint32_t colour_word(double colour, double alpha);
 
 void register_colour_builtins();
+
+// Colours named in more than one place, by the language's names for them.
+inline constexpr double COLOUR_WHITE = 16777215;      // bianco
+inline constexpr double COLOUR_LIGHT_GREY = 12632256; // grigio chiaro
+inline constexpr double COLOUR_DARK_GREY = 4210752;   // grigio scuro
+inline constexpr double COLOUR_OLIVE = 32896;         // verde oliva
+inline constexpr double COLOUR_DARK_GREEN = 32768;    // verde scuro
+inline constexpr double COLOUR_RED = 255;             // rosso

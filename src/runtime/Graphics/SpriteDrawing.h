@@ -31,4 +31,3 @@ void draw_sprite_stretched_ext(double sprite, double subimage, double x, double 
 // An instance as it looks without a draw event of its own: its sprite with its frame, scale, angle, tint and alpha.
 void draw_self(const CInstance& instance);
 
-void register_sprite_drawing_builtins();

@@ -72,4 +72,3 @@ struct ClearTarget {
 // Whether the current target holds nothing but its last clear, and which.
 bool target_holds_its_clear(ClearTarget& target);
 
-void register_surface_builtins();

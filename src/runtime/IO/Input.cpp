@@ -184,15 +184,10 @@ bool wheel_down() { return state().wheel_down; }
 const std::string& keyboard_string() { return state().keyboard_string; }
 void set_keyboard_string(std::string_view text) { state().keyboard_string = text; }
 int keyboard_lastkey() { return state().keyboard_lastkey; }
-void set_keyboard_lastkey(int code) { state().keyboard_lastkey = code; }
 int keyboard_key() { return state().keyboard_key; }
-void set_keyboard_key(int code) { state().keyboard_key = code; }
 const std::string& keyboard_lastchar() { return state().keyboard_lastchar; }
-void set_keyboard_lastchar(std::string_view text) { state().keyboard_lastchar = text; }
 int mouse_lastbutton() { return state().mouse_lastbutton; }
-void set_mouse_lastbutton(int button) { state().mouse_lastbutton = button; }
 int mouse_button() { return state().mouse_button; }
-void set_mouse_button(int button) { state().mouse_button = button; }
 
 bool keyboard_check(int code) { return check(code, KEY_NONE, KEY_ANY, key_down, any_key_down); }
 bool keyboard_check_pressed(int code) { return check(code, KEY_NONE, KEY_ANY, key_pressed, any_key_pressed); }

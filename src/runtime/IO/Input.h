@@ -85,19 +85,14 @@ const std::string& keyboard_string();
 void set_keyboard_string(std::string_view text);
 // `keyboard_lastkey`: the code of the last key that went down.
 int keyboard_lastkey();
-void set_keyboard_lastkey(int code);
 // `keyboard_key`: the code of the key held now, 0 once it is let go.
 int keyboard_key();
-void set_keyboard_key(int code);
 // `keyboard_lastchar`: the last character typed, as UTF-8.
 const std::string& keyboard_lastchar();
-void set_keyboard_lastchar(std::string_view text);
 // `mouse_lastbutton`: the last button that went down.
 int mouse_lastbutton();
-void set_mouse_lastbutton(int button);
 // `mouse_button`: the button held now, 0 once it is let go.
 int mouse_button();
-void set_mouse_button(int button);
 
 // --- Built-ins over this state (Registration.h registers them) -------------
 

@@ -1,4 +1,4 @@
-// The system clipboard (an in-process one in headless runs).
+// The desktop's clipboard; a headless run has none.
 #pragma once
 
 #ifdef VELANT_ABOVE_RUNTIME
@@ -10,7 +10,5 @@
 namespace platform {
 
 void clipboard_set_text(const std::string& text);
-std::string clipboard_get_text();
-bool clipboard_has_text();
 
 }  // namespace platform

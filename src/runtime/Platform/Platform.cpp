@@ -16,7 +16,6 @@ namespace {
 int g_headless = -1;  // -1: not decided yet
 std::unique_ptr<Dialogs> g_dialogs;
 std::mutex g_dialogs_mutex;  // asynchronous dialogs reach for them from worker threads
-std::string g_clipboard;  // the headless clipboard
 void (*g_log)(const std::string&) = nullptr;
 
 }  // namespace
@@ -53,20 +52,8 @@ void set_dialogs(std::unique_ptr<Dialogs> d) {
 }
 
 void clipboard_set_text(const std::string& text) {
-  if (headless() || SDL_SetClipboardText(text.c_str()) != 0) g_clipboard = text;
-}
-
-std::string clipboard_get_text() {
-  if (headless() || !SDL_WasInit(SDL_INIT_VIDEO)) return g_clipboard;
-  char* text = SDL_GetClipboardText();
-  std::string result = text ? text : "";
-  SDL_free(text);
-  return result;
-}
-
-bool clipboard_has_text() {
-  if (headless() || !SDL_WasInit(SDL_INIT_VIDEO)) return !g_clipboard.empty();
-  return SDL_HasClipboardText() == SDL_TRUE;
+  // A headless run has no desktop to hand the text to.
+  if (!headless()) SDL_SetClipboardText(text.c_str());
 }
 
 }  // namespace platform

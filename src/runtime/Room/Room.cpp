@@ -64,14 +64,6 @@ RoomDescription* room_description(int32_t index) {
 
 int32_t room_count() { return static_cast<int32_t>(world().descriptions.size()); }
 
-int32_t room_find(const std::string& name) {
-  const auto& d = world().descriptions;
-  for (size_t i = 0; i < d.size(); ++i) {
-    if (d[i].name == name) return static_cast<int32_t>(i);
-  }
-  return -1;
-}
-
 Room* current_room() { return world().room.get(); }
 int32_t current_room_index() { return world().room ? world().room->index : -1; }
 

@@ -47,7 +47,6 @@ inline constexpr int32_t ROOM_NONE = -1, ROOM_END_GAME = -100, ROOM_RESTART_GAME
 int32_t room_add(RoomDescription description);
 RoomDescription* room_description(int32_t index);
 int32_t room_count();
-int32_t room_find(const std::string& name);
 // The running room, or null before the first.
 Room* current_room();
 int32_t current_room_index();

@@ -361,4 +361,3 @@ FrameState& frame_state() {
 }
 
 int32_t frames_per_second() { return frame_state().fps; }
-int64_t frame_delta_time() { return frame_state().delta_time; }

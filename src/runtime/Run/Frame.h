@@ -18,5 +18,3 @@ bool frame_run();
 
 // Frames a second: counted over each second of the clock.
 int32_t frames_per_second();
-// `delta_time`: microseconds since the previous frame.
-int64_t frame_delta_time();

@@ -39,12 +39,6 @@ int32_t asset_add(AssetKind kind, std::string_view name) {
   return index;
 }
 
-int32_t asset_count(AssetKind kind) {
-  const Assets& a = assets();
-  auto it = a.names.find(static_cast<uint32_t>(kind));
-  return it == a.names.end() ? 0 : static_cast<int32_t>(it->second.size());
-}
-
 std::string_view asset_name(AssetKind kind, int32_t index) {
   const Assets& a = assets();
   auto it = a.names.find(static_cast<uint32_t>(kind));

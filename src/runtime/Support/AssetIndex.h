@@ -19,8 +19,6 @@ enum class AssetKind : uint32_t {
 
 // Adds a named asset of `kind`; returns its index (a name already there keeps its index).
 int32_t asset_add(AssetKind kind, std::string_view name);
-// The number of assets of `kind`.
-int32_t asset_count(AssetKind kind);
 // The name of asset `index` of `kind`, or "" when there is none.
 std::string_view asset_name(AssetKind kind, int32_t index);
 // A ref of the named asset's kind ("ref sound 3" as text), or the number -1.
