@@ -32,7 +32,7 @@ struct Rgb {
   int r, g, b;
 };
 inline constexpr Rgb WHITE{255, 255, 255}, BLACK{0, 0, 0}, RED{255, 0, 0}, GREEN{0, 255, 0}, BLUE{0, 0, 255},
-    YELLOW{255, 255, 0}, PLACEHOLDER_GREY{200, 200, 200};
+    YELLOW{255, 255, 0};
 // Red, green and blue at alpha 0.5 over white.
 inline constexpr Rgb HALF_RED{255, 127, 127}, HALF_GREEN{127, 255, 127}, HALF_BLUE{127, 127, 255};
 
@@ -48,8 +48,6 @@ struct Spot {
 // of nothing is Ink{}.
 struct Ink {
   int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
-  int width() const { return right - left + 1; }
-  int height() const { return bottom - top + 1; }
   bool any() const { return right >= 0; }
 };
 
@@ -66,7 +64,7 @@ struct Drawing {
 // The missing-image placeholder with its corner at (x, y): its 32 x 32 box,
 // a red cross on light grey.
 inline Drawing placeholder_at(int x, int y, std::string statements) {
-  return {std::move(statements), Ink{x, y, x + 31, y + 31}, {{x + 16, y + 16, RED}, {x + 5, y + 20, PLACEHOLDER_GREY}}};
+  return {std::move(statements), Ink{x, y, x + 31, y + 31}, {{x + 16, y + 16, RED}, {x + 5, y + 20, {200, 200, 200}}}};
 }
 
 class DrawingProgramTest : public ProgramTest {
@@ -185,12 +183,11 @@ class DrawingProgramTest : public ProgramTest {
   static Ink ink() {
     const std::vector<uint8_t> rgba = canvas_pixels();
     Ink box;
-    for (int y = 0; y < CANVAS_HEIGHT; ++y) {
-      for (int x = 0; x < CANVAS_WIDTH; ++x) {
-        const uint8_t* p = &rgba[(static_cast<size_t>(y) * CANVAS_WIDTH + x) * 4];
-        if (p[0] > 250 && p[1] > 250 && p[2] > 250) continue;
-        box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x), std::max(box.bottom, y)};
-      }
+    for (int k = 0; k < CANVAS_WIDTH * CANVAS_HEIGHT; ++k) {
+      const uint8_t* p = &rgba[static_cast<size_t>(k) * 4];
+      if (p[0] > 250 && p[1] > 250 && p[2] > 250) continue;
+      const int x = k % CANVAS_WIDTH, y = k / CANVAS_WIDTH;
+      box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x), std::max(box.bottom, y)};
     }
     return box;
   }

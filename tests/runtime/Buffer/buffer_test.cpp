@@ -68,23 +68,23 @@ Results write(int32_t id, const std::vector<Value>& values) {
 }  // namespace
 
 TEST(BufferCreate, RejectsIllegalSizeAlignmentAndTypeWithExactWords) {
-  EXPECT_FATAL(buffer_create(-3, buffer_fixed, 1), "buffer_create: Illegal size -3");
-  EXPECT_FATAL(buffer_create(8, buffer_fixed, 0), "buffer_create: Illegal alignment size 0");
-  EXPECT_FATAL(buffer_create(8, buffer_fixed, 1025), "buffer_create: Illegal alignment size 1025");
-  EXPECT_FATAL(buffer_create(8, 4, 1),
-               "Unknown buffer type, should be one of buffer_fixed, buffer_grow, buffer_wrap, buffer_fast, "
-               "buffer_vbuffer");
-  SuppressErrors quiet;
-  for (const int32_t id : {buffer_create(-1, buffer_grow, 1), buffer_create(4, buffer_grow, 2000),
-                           buffer_create(4, 9, 1)}) {
-    EXPECT_EQ(id, -1);
+  struct Case { int32_t size, type, alignment; std::string words; };
+  const Case cases[] = {
+      {-3, buffer_fixed, 1, "buffer_create: Illegal size -3"},
+      {8, buffer_fixed, 0, "buffer_create: Illegal alignment size 0"},
+      {8, buffer_fixed, 1025, "buffer_create: Illegal alignment size 1025"},
+      {8, 4, 1, "Unknown buffer type, should be one of buffer_fixed, buffer_grow, buffer_wrap, buffer_fast, buffer_vbuffer"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_FATAL(buffer_create(c.size, c.type, c.alignment), c.words);
+    SuppressErrors quiet;
+    EXPECT_EQ(buffer_create(c.size, c.type, c.alignment), -1) << c.words;
+    EXPECT_TRUE(quiet.error_happened());
   }
-  EXPECT_TRUE(quiet.error_happened());
 }
 
 TEST(BufferCreate, MakesZeroedMemoryAtAnAlignedAddress) {
   ScopedBuffer b(64, buffer_fixed, 1000);  // rounded up to 1024
-  ASSERT_GE(b.id, 0);
   EXPECT_EQ(buffer_lookup(b)->alignment(), 1024);
   EXPECT_EQ(reinterpret_cast<uintptr_t>(bytes_of(b)) % 1024, 0u);
   EXPECT_EQ(state(b, 64), (State{Bytes(64, 0), 0, 0, 64}));
@@ -93,14 +93,13 @@ TEST(BufferCreate, MakesZeroedMemoryAtAnAlignedAddress) {
 TEST(BufferReadWrite, EveryDataTypeRoundTripsWithItsResultKind) {
   // The text form of what is read back, and its kind.
   struct Case { int32_t data_type; RValue written; Kind read_kind; std::string read_text; };
+  const auto n = [](double d) { return RValue::number(d); };
   const Case cases[] = {
-      {buffer_u8, RValue::number(255), Kind::Int32, "255"},  {buffer_s8, RValue::number(-100), Kind::Int32, "-100"},
-      {buffer_u16, RValue::number(65535), Kind::Int32, "65535"},
-      {buffer_s16, RValue::number(-30000), Kind::Int32, "-30000"},
-      {buffer_u32, RValue::number(4000000000.0), Kind::Int64, "4000000000"},
-      {buffer_s32, RValue::number(-2000000000), Kind::Int32, "-2000000000"},
-      {buffer_f16, RValue::number(-1.5), Kind::Number, "-1.50"}, {buffer_f32, RValue::number(0.25), Kind::Number, "0.25"},
-      {buffer_f64, RValue::number(0.1), Kind::Number, "0.10"},   {buffer_bool, RValue::boolean(true), Kind::Int32, "1"},
+      {buffer_u8, n(255), Kind::Int32, "255"}, {buffer_s8, n(-100), Kind::Int32, "-100"},
+      {buffer_u16, n(65535), Kind::Int32, "65535"}, {buffer_s16, n(-30000), Kind::Int32, "-30000"},
+      {buffer_u32, n(4e9), Kind::Int64, "4000000000"}, {buffer_s32, n(-2e9), Kind::Int32, "-2000000000"},
+      {buffer_f16, n(-1.5), Kind::Number, "-1.50"}, {buffer_f32, n(0.25), Kind::Number, "0.25"},
+      {buffer_f64, n(0.1), Kind::Number, "0.10"}, {buffer_bool, RValue::boolean(true), Kind::Int32, "1"},
       {buffer_string, RValue::text("ciao"), Kind::String, "ciao"}, {buffer_u64, RValue::int64(-2), Kind::Int64, "-2"},
       {buffer_text, RValue::text("fine"), Kind::String, "fine"},
   };
@@ -122,48 +121,27 @@ TEST(BufferReadWrite, EveryDataTypeRoundTripsWithItsResultKind) {
 TEST(BufferReadWrite, EachBufferTypePlacesValuesByItsRules) {
   constexpr int32_t FIXED = buffer_fixed, GROW = buffer_grow, WRAP = buffer_wrap, FAST = buffer_fast, THEN = -1;
   struct Read { int32_t from, type; Kind kind; std::string text; int32_t tell; };  // from THEN: where the last ended
-  struct Case {
-    const char* what;
-    int32_t size, type, alignment, start;
-    std::vector<Value> writes;
-    Results results;
-    State after;
-    std::vector<Read> reads;
-  };
+  struct Case { const char* what; int32_t size, type, alignment, start; std::vector<Value> writes; Results results;
+                State after; std::vector<Read> reads; };
   const Case cases[] = {
-      {"values are little-endian", 32, FIXED, 1, 0,
-       {{buffer_u32, 0x11223344}, {buffer_s16, -2}, {buffer_f64, 1.0}, {buffer_u64, RValue::int64(0x0102030405060708LL)}},
-       {0, 0, 0, 0},
-       {{0x44, 0x33, 0x22, 0x11, 0xFE, 0xFF, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F, 8, 7, 6, 5, 4, 3, 2, 1}, 22, 22, 32}, {}},
-      // The low byte only, a text read as an integer, a truncated number, any
-      // true value as 1, and numbers as their text form.
-      {"values go through the conversions", 16, FIXED, 1, 0,
-       {{buffer_u8, 300}, {buffer_u8, "7"}, {buffer_u8, 2.9}, {buffer_bool, 5}, {buffer_text, 12}, {buffer_text, 0.5}},
-       {0, 0, 0, 0, 0, 0}, {{44, 7, 2, 1, '1', '2', '0', '.', '5', '0'}, 10, 10, 16}, {}},
-      {"unknown data types write nothing", 8, FIXED, 1, 0, {{0, 1}, {14, 1}}, {-1, -1}, {{}, 0, 0, 8}, {}},
-      {"a fixed buffer takes no value past its end", 4, FIXED, 1, 0,
-       {{buffer_u8, 1}, {buffer_u8, 2}, {buffer_u8, 3}, {buffer_u8, 4}, {buffer_u8, 5}}, {0, 0, 0, 0, -2},
-       {{1, 2, 3, 4}, 4, 4, 4}, {}},
-      {"nor one that doesn't fit whole", 4, FIXED, 1, 2, {{buffer_u32, -1}}, {-2}, {{0, 0, 0, 0}, 2, 0, 4}, {}},
+      // The low byte only, a text read as an integer, any true value as 1, a number as its text form; an
+      // unknown data type writes nothing, and a fixed buffer takes no value past its end.
+      {"values go through the conversions", 7, FIXED, 1, 0,
+       {{buffer_u8, 300}, {buffer_u8, "7"}, {buffer_bool, 5}, {buffer_text, 0.5}, {14, 1}, {buffer_u8, 1}},
+       {0, 0, 0, 0, -1, -2}, {{44, 7, 1, '0', '.', '5', '0'}, 7, 7, 7}, {}},
       {"values start at a multiple of the alignment", 16, FIXED, 4, 0,
        {{buffer_u8, 9}, {buffer_u16, 0x0201}, {buffer_u8, 3}}, {0, 0, 0}, {{9, 0, 0, 0, 1, 2, 0, 0, 3}, 9, 9, 16},
        {{1, buffer_u16, Kind::Int32, "513", 6}, {THEN, buffer_u8, Kind::Int32, "3", 9}}},
-      {"alignment 3 counts as 4", 8, FIXED, 3, 0, {{buffer_u8, 1}, {buffer_u8, 2}}, {0, 0}, {{1, 0, 0, 0, 2}, 5, 5, 8}, {}},
       // Six bytes with alignment 4: each turn shifts the grid by 6 mod 4, so
       // stream offset 8 is byte 2, and offset 12 byte 0 again.
       {"a wrap buffer keeps the grid across turns", 6, WRAP, 4, 0,
        {{buffer_u8, 1}, {buffer_u16, 0x0302}, {buffer_u8, 9}, {buffer_u8, 7}}, {0, 0, 0, 0}, {{7, 0, 9, 0, 2, 3}, 1, 6, 6}, {}},
       {"a wrap buffer's values go round the end", 5, WRAP, 1, 3, {{buffer_u32, 0x04030201}}, {0},
        {{3, 4, 0, 1, 2}, 2, 5, 5}, {{3, buffer_u32, Kind::Int64, "67305985", 2}}},
-      {"at a wrap buffer's end the next value starts at 0", 5, WRAP, 1, 5, {{buffer_u8, 77}}, {0}, {{77}, 1, 1, 5},
-       {{5, buffer_u8, Kind::Int32, "77", 1}}},
       {"a grow buffer starts at 4 bytes", 0, GROW, 1, 0, {{buffer_u8, 1}}, {0}, {{1}, 1, 1, 4}, {}},
-      {"and doubles until the value fits", 0, GROW, 1, 0,
-       {{buffer_u8, 1}, {buffer_u32, 0x05040302}, {buffer_text, "abcdefghijklmnopqrst"}}, {0, 0, 0},
-       {{1, 2, 3, 4, 5, 'a'}, 25, 25, 32}, {}},
-      {"or reaches a position far beyond its end", 3, GROW, 1, 20, {{buffer_u8, 1}}, {0}, {{0, 0, 0}, 21, 21, 24},
-       {{20, buffer_u8, Kind::Int32, "1", 21}}},
-      // "cd" is read up to the zero of the empty string; the last byte is still zero.
+      {"and doubles until it reaches a position far beyond its end", 3, GROW, 1, 20, {{buffer_u8, 1}}, {0},
+       {{0, 0, 0}, 21, 21, 24}, {{20, buffer_u8, Kind::Int32, "1", 21}}},
+      // "cd" is read up to the zero of the empty string; the last byte is still zero, as "xy" doesn't fit whole.
       {"strings end in a zero, texts don't", 7, FIXED, 1, 0,
        {{buffer_string, "ab"}, {buffer_text, "cd"}, {buffer_string, ""}, {buffer_string, "xy"}}, {0, 0, 0, -2},
        {{'a', 'b', 0, 'c', 'd', 0}, 6, 6, 7},
@@ -192,20 +170,16 @@ TEST(BufferReadWrite, EachBufferTypePlacesValuesByItsRules) {
   }
   ScopedBuffer c(16, buffer_fixed);
   EXPECT_FATAL(buffer_write(c, buffer_u8, RValue::text("abc")), "unable to convert string \"abc\" to integer");
-  EXPECT_FATAL(buffer_write(c, buffer_f32, RValue::undefined()), "REAL argument incorrect type undefined");
 }
 
-TEST(BufferReadWrite, FloatsKeepTheirOwnPrecisionAndHalvesRoundToNearestEven) {
+TEST(BufferReadWrite, HalvesRoundToNearestEven) {
   struct Case { float value; uint16_t half; bool exact; };  // exact: the half reads back as the same value
   const Case cases[] = {
-      {1.0f, 0x3C00, true},     {-2.0f, 0xC000, true},     {65504.0f, 0x7BFF, true},
-      {INFINITY, 0x7C00, true}, {-INFINITY, 0xFC00, true}, {65520.0f, 0x7C00, false},  // rounds up to infinity
-      {std::ldexp(1.0f, -24), 0x0001, true},              // smallest subnormal
-      {std::ldexp(1023.0f, -24), 0x03FF, true},           // largest subnormal
-      {std::ldexp(1.0f, -25), 0x0000, false},             // the tie goes to even
-      {std::ldexp(1.5f, -25), 0x0001, false},             //
-      {1.0f + std::ldexp(1.0f, -11), 0x3C00, false},      // tie, down to even
-      {1.0f + 3 * std::ldexp(1.0f, -11), 0x3C02, false},  // tie, up to even
+      {1.0f, 0x3C00, true}, {65504.0f, 0x7BFF, true}, {1e6f, 0x7C00, false}, {-INFINITY, 0xFC00, true},
+      {65520.0f, 0x7C00, false},                                                   // rounds up to infinity
+      {std::ldexp(1.0f, -24), 0x0001, true}, {std::ldexp(1023.0f, -24), 0x03FF, true},  // smallest, largest subnormal
+      {std::ldexp(1.0f, -25), 0x0000, false}, {std::ldexp(1.5f, -25), 0x0001, false},  // the tie goes to even
+      {1.0f + std::ldexp(1.0f, -11), 0x3C00, false}, {1.0f + 3 * std::ldexp(1.0f, -11), 0x3C02, false},  // ties
       {std::ldexp(1.0f, -30), 0x0000, false},
   };
   for (const Case& c : cases) {
@@ -218,23 +192,15 @@ TEST(BufferReadWrite, FloatsKeepTheirOwnPrecisionAndHalvesRoundToNearestEven) {
   EXPECT_EQ(float_to_half(NAN) & 0x7C00, 0x7C00);
   EXPECT_NE(float_to_half(NAN) & 0x3FF, 0);
   EXPECT_TRUE(std::isnan(half_to_float(0x7E00)));
-
-  ScopedBuffer b(14, buffer_fixed);
-  write(b, {{buffer_f16, 1.0 / 3.0}, {buffer_f32, 0.1}, {buffer_f64, 0.1}});
-  buffer_seek(b, buffer_seek_start, 0);
-  EXPECT_EQ(buffer_read(b, buffer_f16).real, 0.333251953125);
-  EXPECT_EQ(buffer_read(b, buffer_f32).real, static_cast<double>(0.1f));
-  EXPECT_EQ(buffer_read(b, buffer_f64).real, 0.1);
 }
 
 TEST(BufferSeek, EachBaseMovesThePositionByItsRule) {
   constexpr int32_t START = buffer_seek_start, RELATIVE = buffer_seek_relative, END = buffer_seek_end;
   struct Step { bool wrap; int32_t base, offset, position; };  // on a wrap buffer of 8 bytes, or a fixed one of 10
   const Step steps[] = {
-      {false, START, -5, 0}, {false, START, 6, 6},  {false, END, 0, 10},       {false, END, 3, 7},
-      {false, END, 20, 0},   {false, END, -5, 10},  {false, START, 3, 3},      {false, RELATIVE, 4, 7},
-      {false, RELATIVE, -20, 0} /* stops at 0 */,   {false, START, 5, 5},      {false, 7, 2, 5} /* unknown base */,
-      {true, START, 6, 6},   {true, RELATIVE, 4, 2}, {true, RELATIVE, -3, 7},  {true, RELATIVE, 17, 0},
+      {false, START, -5, 0}, {false, END, 3, 7}, {false, END, 20, 0}, {false, END, -5, 10}, {false, START, 3, 3},
+      {false, RELATIVE, 4, 7}, {false, RELATIVE, -20, 0}, {false, 7, 2, 0} /* unknown base */, {true, START, 6, 6},
+      {true, RELATIVE, 4, 2}, {true, RELATIVE, -3, 7}, {true, RELATIVE, 17, 0},
   };
   ScopedBuffer fixed(10, buffer_fixed), wrap(8, buffer_wrap);
   for (const Step& s : steps) {
@@ -247,15 +213,9 @@ TEST(BufferSeek, EachBaseMovesThePositionByItsRule) {
 
 TEST(BufferRead, PastTheEndIsFatalAndGivesZero) {
   const std::string outside = "Attempting to read from outside the buffer, returning 0";
-  ScopedBuffer b(4, buffer_fixed), g(2, buffer_grow);
-  buffer_seek(b, buffer_seek_start, 4);
-  EXPECT_FATAL(buffer_read(b, buffer_u8), outside);
+  ScopedBuffer b(4, buffer_fixed);
   buffer_seek(b, buffer_seek_start, 2);
   EXPECT_FATAL(buffer_read(b, buffer_u32), outside);  // only partly inside
-  buffer_seek(g, buffer_seek_start, 2);
-  EXPECT_FATAL(buffer_read(g, buffer_string), outside);
-  EXPECT_EQ(buffer_get_size(g), 2);  // reading never grows
-
   SuppressErrors quiet;
   buffer_seek(b, buffer_seek_start, 4);
   const RValue v = buffer_read(b, buffer_u8);
@@ -264,7 +224,7 @@ TEST(BufferRead, PastTheEndIsFatalAndGivesZero) {
   EXPECT_EQ(v.real, 0.0);
 }
 
-TEST(BufferResize, KeepsOldBytesAndZeroesTheRest) {
+TEST(BufferResize, KeepsOldBytesZeroesTheRestAndCutsTheUsedSize) {
   ScopedBuffer b(4, buffer_fixed);
   write(b, {{buffer_u8, 1}, {buffer_u8, 2}, {buffer_u8, 3}, {buffer_u8, 4}});
   buffer_seek(b, buffer_seek_start, 3);
@@ -272,88 +232,62 @@ TEST(BufferResize, KeepsOldBytesAndZeroesTheRest) {
   EXPECT_EQ(state(b, 8), (State{{1, 2, 3, 4, 0, 0, 0, 0}, 3, 4, 8}));
   buffer_resize(b, 2);  // the position at or past the new end goes to 0
   EXPECT_EQ(state(b, 2), (State{{1, 2}, 0, 2, 2}));
+  buffer_resize(b, -1);  // ignored
   buffer_resize(b, 5);
   EXPECT_EQ(first_bytes(b, 5), (Bytes{1, 2, 0, 0, 0}));
-
-  ScopedBuffer a(8, buffer_fixed, 64);
-  buffer_resize(a, 100);
-  EXPECT_EQ(reinterpret_cast<uintptr_t>(bytes_of(a)) % 64, 0u);
-}
-
-TEST(BufferUsedSize, OnlyRisesAndStaysWithinTheSize) {
-  ScopedBuffer b(16, buffer_fixed);
-  for (int i = 0; i < 10; ++i) buffer_write(b, buffer_u8, RValue::number(i));
-  const std::pair<int32_t, int32_t> raises[] = {{0, 10}, {12, 12}, {100, 16}};  // asked, then used
+  // The used size only rises, and stays within the size.
+  const std::pair<int32_t, int32_t> raises[] = {{0, 2}, {3, 3}, {100, 5}};  // asked, then used
   for (const auto& [asked, used] : raises) {
     buffer_set_used_size(b, asked);
     EXPECT_EQ(buffer_get_used_size(b), used) << asked;
   }
   buffer_seek(b, buffer_seek_start, 0);
   buffer_write(b, buffer_u8, RValue::number(1));
-  EXPECT_EQ(buffer_get_used_size(b), 16);
+  EXPECT_EQ(buffer_get_used_size(b), 5);
   EXPECT_FATAL(buffer_set_used_size(b, -1), "Illegal size passed to buffer_set_used_size -1");
 }
 
-TEST(BufferCopy, TakesOnlyWhatTheSourceHasWrittenAndLeavesPositions) {
+TEST(BufferCopy, TakesWhatTheSourceHasWrittenByTheRulesOfTheDestination) {
   ScopedBuffer src(8, buffer_fixed), dst(8, buffer_fixed);
   write(src, {{buffer_u8, 1}, {buffer_u8, 2}, {buffer_u8, 3}});
   buffer_seek(dst, buffer_seek_start, 6);
   buffer_copy(src, 0, 8, dst, 2);
   EXPECT_EQ(state(dst, 8), (State{{0, 0, 1, 2, 3, 0, 0, 0}, 6, 5, 8}));
   EXPECT_EQ(buffer_tell(src), 3);
-  buffer_copy(src, 1, 1, dst, 0);
-  EXPECT_EQ(first_bytes(dst, 2), (Bytes{2, 0}));
 
   // Raising the source's used size lets all of it through; the fixed destination keeps what fits.
-  for (int i = 0; i < 8; ++i) bytes_of(src)[i] = static_cast<uint8_t>(10 + i);
+  for (int i = 0; i < 8; ++i) bytes_of(src)[i] = static_cast<uint8_t>(1 + i);
   buffer_set_used_size(src, 8);
   buffer_copy(src, 0, 8, dst, 4);
-  EXPECT_EQ(state(dst, 8), (State{{2, 0, 1, 2, 10, 11, 12, 13}, 6, 8, 8}));
+  EXPECT_EQ(state(dst, 8), (State{{0, 0, 1, 2, 1, 2, 3, 4}, 6, 8, 8}));
 
   // Empty ranges copy nothing.
   ScopedBuffer untouched(4, buffer_fixed);
-  buffer_copy(src, 8, 4, untouched, 0);
-  buffer_copy(src, 0, 0, untouched, 0);
-  buffer_copy(src, -1, 4, untouched, 0);
-  buffer_copy(src, 0, 4, untouched, 4);
+  for (const int32_t offset : {8, -1}) buffer_copy(src, offset, 4, untouched, 0);
+  for (const int32_t to : {4, -1}) buffer_copy(src, 0, 4, untouched, to);
   EXPECT_EQ(state(untouched, 4), (State{{0, 0, 0, 0}, 0, 0, 4}));
-
-  EXPECT_FATAL(buffer_copy(src, 0, 4, src, 0), "Source and Destination buffers can't be the same");
-  EXPECT_FATAL(buffer_copy(-7, 0, 4, src, 0), "Illegal Source Buffer Index -7");
-  EXPECT_FATAL(buffer_copy(src, 0, 4, 5000, 0), "Illegal Destination Buffer Index 5000");
-}
-
-TEST(BufferCopy, FollowsTheRulesOfTheDestination) {
-  ScopedBuffer src(6, buffer_fixed);
-  write(src, {{buffer_u8, 1}, {buffer_u8, 2}, {buffer_u8, 3}, {buffer_u8, 4}, {buffer_u8, 5}, {buffer_u8, 6}});
 
   ScopedBuffer wrap(4, buffer_wrap);
   buffer_copy(src, 0, 3, wrap, 3);
   EXPECT_EQ(state(wrap, 4), (State{{2, 3, 0, 1}, 0, 4, 4}));
   buffer_copy(src, 0, 6, wrap, 0);  // more than the size: the last bytes win
   EXPECT_EQ(first_bytes(wrap, 4), (Bytes{5, 6, 3, 4}));
-
   ScopedBuffer grow(2, buffer_grow);
   buffer_copy(src, 0, 6, grow, 3);
   EXPECT_EQ(state(grow, 9), (State{{0, 0, 0, 1, 2, 3, 4, 5, 6}, 0, 9, 16}));
 
-  ScopedBuffer fast(4, buffer_fast), back(4, buffer_fixed);
-  buffer_copy(src, 2, 6, fast, 0);
-  buffer_copy(fast, 0, 4, back, 0);
-  EXPECT_EQ(first_bytes(back, 4), (Bytes{3, 4, 5, 6}));
+  EXPECT_FATAL(buffer_copy(src, 0, 4, src, 0), "Source and Destination buffers can't be the same");
+  EXPECT_FATAL(buffer_copy(-7, 0, 4, src, 0), "Illegal Source Buffer Index -7");
+  EXPECT_FATAL(buffer_copy(src, 0, 4, 5000, 0), "Illegal Destination Buffer Index 5000");
 }
 
 TEST(BufferFill, RepeatsTheValueOverTheRange) {
   ScopedBuffer b(10, buffer_fixed);
   buffer_seek(b, buffer_seek_start, 3);
-  buffer_fill(b, 0, buffer_u16, RValue::number(0x0201), 10);
-  EXPECT_EQ(state(b, 10), (State{{1, 2, 1, 2, 1, 2, 1, 2, 1, 2}, 3, 10, 10}));
-
-  ScopedBuffer part(10, buffer_fixed);
-  buffer_fill(part, 1, buffer_u32, RValue::number(-1), 7);  // room for one whole value only
-  EXPECT_EQ(state(part, 10), (State{{0, 255, 255, 255, 255, 0, 0, 0, 0, 0}, 0, 5, 10}));
-  buffer_fill(part, 6, buffer_u8, RValue::number(7), 100);  // clipped at the end
-  EXPECT_EQ(first_bytes(part, 10), (Bytes{0, 255, 255, 255, 255, 0, 7, 7, 7, 7}));
+  buffer_fill(b, 1, buffer_u32, RValue::number(-1), 7);  // room for one whole value only
+  EXPECT_EQ(state(b, 10), (State{{0, 255, 255, 255, 255, 0, 0, 0, 0, 0}, 3, 5, 10}));
+  buffer_fill(b, 6, buffer_u16, RValue::number(0x0201), 100);  // clipped at the end
+  EXPECT_EQ(first_bytes(b, 10), (Bytes{0, 255, 255, 255, 255, 0, 1, 2, 1, 2}));
 
   ScopedBuffer aligned(10, buffer_fixed, 4);
   buffer_fill(aligned, 0, buffer_u8, RValue::number(5), 10);
@@ -363,30 +297,25 @@ TEST(BufferFill, RepeatsTheValueOverTheRange) {
   buffer_fill(grow, 0, buffer_string, RValue::text("ab"), 6);
   EXPECT_EQ(state(grow, 7), (State{{'a', 'b', 0, 'a', 'b', 0, 0}, 0, 6, 8}));
 
-  ScopedBuffer fast(2, buffer_fast);
-  buffer_fill(fast, 0, buffer_u16, RValue::number(9), 2);  // not a byte: nothing
-  EXPECT_EQ(first_bytes(fast, 2), (Bytes{0, 0}));
-  buffer_fill(fast, 0, buffer_u8, RValue::number(9), 2);
-  EXPECT_EQ(first_bytes(fast, 2), (Bytes{9, 9}));
+  // A fast buffer takes bytes alone, without alignment.
+  ScopedBuffer fast(2, buffer_fast, 4);
+  buffer_fill(fast, 0, buffer_u16, RValue::number(9), 2);
+  buffer_fill(fast, 1, buffer_u8, RValue::number(9), 1);
+  EXPECT_EQ(first_bytes(fast, 2), (Bytes{0, 9}));
 }
 
 TEST(BufferTable, NewBuffersTakeTheLowestFreeSlot) {
-  ScopedBuffer a(1, buffer_fixed), b(1, buffer_fixed), c(1, buffer_fixed);
+  ScopedBuffer a(1, buffer_fixed), b(1, buffer_fixed);
   EXPECT_LT(a.id, b.id);
-  EXPECT_LT(b.id, c.id);
-  buffer_delete(b);
-  const RValue exists = buffer_exists(b);
-  EXPECT_EQ(exists.kind(), Kind::Bool);
-  EXPECT_EQ(exists.real, 0.0);
-  EXPECT_EQ(buffer_exists(a).real, 1.0);
+  buffer_delete(a);
+  EXPECT_EQ(buffer_exists(b).real, 1.0);
   ScopedBuffer reused(1, buffer_fixed);
-  EXPECT_EQ(reused.id, b.id);
+  EXPECT_EQ(reused.id, a.id);
 
   // Past the first 32 slots the table doubles and ids go on counting.
   std::vector<int32_t> many;
   for (int i = 0; i < 70; ++i) many.push_back(buffer_create(1, buffer_grow, 1));
   for (size_t i = 1; i < many.size(); ++i) EXPECT_EQ(many[i], many[i - 1] + 1);
-  EXPECT_GE(many.back(), 64);
   for (int32_t id : many) buffer_delete(id);
   for (const int32_t id : {many.back(), -1, 100000}) EXPECT_EQ(buffer_exists(id).real, 0.0) << id;
 }
@@ -413,7 +342,6 @@ TEST(BufferTable, BorrowedBufferKeepsItsBytesUntilTheLastUserLeaves) {
   ASSERT_TRUE(buffer_add_user(id));
   uint8_t* borrowed = bytes_of(id);
   buffer_delete(id);
-  EXPECT_EQ(buffer_exists(id).real, 0.0);
   EXPECT_EQ(buffer_lookup(id), nullptr);
   EXPECT_FALSE(buffer_add_user(id));
   EXPECT_FATAL(buffer_delete(id), "Illegal Buffer Index " + std::to_string(id));
@@ -423,22 +351,19 @@ TEST(BufferTable, BorrowedBufferKeepsItsBytesUntilTheLastUserLeaves) {
   // The slot stays taken while borrowed. Only removing a user that is not
   // there writes a debug line.
   std::FILE* log = std::tmpfile();
-  ASSERT_NE(log, nullptr);
   set_debug_output_file(log);
+  buffer_remove_user(id);
   ScopedBuffer other(1, buffer_fixed);
   EXPECT_NE(other.id, id);
-  buffer_remove_user(id);
-  ScopedBuffer still_other(1, buffer_fixed);
-  EXPECT_NE(still_other.id, id);
   buffer_remove_user(id);
   ScopedBuffer reused(1, buffer_fixed);
   EXPECT_EQ(reused.id, id);
   buffer_remove_user(reused);
   set_debug_output_file(nullptr);
   std::rewind(log);
-  char logged[128] = {};
-  EXPECT_GT(std::fread(logged, 1, sizeof logged - 1, log), 0u);
-  EXPECT_STREQ(logged, "Decrementing buffer ref count to less than zero\n");
+  char logged[128];
+  const size_t length = std::fread(logged, 1, sizeof logged, log);
+  EXPECT_EQ(std::string(logged, length), "Decrementing buffer ref count to less than zero\n");
   std::fclose(log);
   EXPECT_EQ(buffer_lookup(reused)->users(), 0);
 }
@@ -451,23 +376,19 @@ TEST(BufferBuiltins, AreCalledByNameWithTheirArgumentsInOrderAndTheirResultKinds
     return result;
   };
   const auto n = [](double d) { return RValue::number(d); };
-  const RValue created = call("buffer_create", {n(8), n(buffer_grow), n(1)});
-  ASSERT_EQ(created.kind(), Kind::Number);
-  const RValue id = created;
+  const RValue id = call("buffer_create", {n(8), n(buffer_grow), n(1)});
+  ASSERT_EQ(id.kind(), Kind::Number);
   ScopedBuffer target(8, buffer_fixed);
   // In turn; a call without a result has no kind here. Fill's offset and size
   // differ, and so do copy's offsets, so that a swap shows.
   struct Call { const char* name; std::vector<RValue> args; Kind kind; const char* text; };
   const Call calls[] = {
       {"buffer_write", {id, n(buffer_s16), RValue::text("-5")}, Kind::Number, "0"},
-      {"buffer_tell", {id}, Kind::Number, "2"},
-      {"buffer_seek", {id, n(buffer_seek_start), n(0)}, Kind::Number, "0"},
+      {"buffer_tell", {id}, Kind::Number, "2"}, {"buffer_seek", {id, n(buffer_seek_start), n(0)}, Kind::Number, "0"},
       {"buffer_read", {id, n(buffer_s16)}, Kind::Int32, "-5"},
       {"buffer_fill", {id, n(2), n(buffer_u8), n(6), n(3)}, Kind::Undefined, nullptr},
-      {"buffer_set_used_size", {id, n(6)}, Kind::Undefined, nullptr},
-      {"buffer_get_used_size", {id}, Kind::Number, "6"},
-      {"buffer_resize", {id, n(20)}, Kind::Undefined, nullptr},
-      {"buffer_get_size", {id}, Kind::Number, "20"},
+      {"buffer_set_used_size", {id, n(6)}, Kind::Undefined, nullptr}, {"buffer_get_used_size", {id}, Kind::Number, "6"},
+      {"buffer_resize", {id, n(20)}, Kind::Undefined, nullptr}, {"buffer_get_size", {id}, Kind::Number, "20"},
       {"buffer_copy", {id, n(0), n(4), n(target.id), n(1)}, Kind::Undefined, nullptr},
       {"buffer_exists", {id}, Kind::Bool, "1"},
   };

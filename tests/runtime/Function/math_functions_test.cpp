@@ -64,37 +64,28 @@ TEST(MathByName, GiveTheirResults) {
   struct Case { const char* name; std::vector<Arg> args; double result; };
   const Case cases[] = {
       // Exact halves round to even; infinities and NaN pass.
-      {"round", {0.5}, 0}, {"round", {1.5}, 2}, {"round", {2.5}, 2}, {"round", {3.5}, 4}, {"round", {-2.5}, -2},
-      {"round", {-3.5}, -4}, {"round", {2.4999}, 2}, {"round", {2.5001}, 3}, {"round", {-0.7}, -1},
-      {"round", {INF}, INF}, {"round", {-INF}, -INF}, {"round", {NaN}, NaN},
-      {"floor", {-2.5}, -3}, {"floor", {"12.7abc"}, 12}, {"ceil", {-2.5}, -2}, {"ceil", {2.1}, 3},
-      {"frac", {2.75}, 0.75}, {"frac", {-2.75}, -0.75}, {"frac", {3}, 0},
-      {"sqrt", {"16"}, 4}, {"sqrt", {0}, 0}, {"sqr", {-3}, 9}, {"power", {"12", 2}, 144}, {"power", {9, 0.5}, 3},
-      {"exp", {1}, std::numbers::e}, {"ln", {std::numbers::e}, 1}, {"ln", {0}, -INF}, {"log2", {8}, 3},
-      {"log10", {1000}, 3}, {"logn", {3, 81}, 4}, {"logn", {2, 1024}, 10},
+      {"round", {0.5}, 0}, {"round", {1.5}, 2}, {"round", {-2.5}, -2}, {"round", {2.4999}, 2}, {"round", {2.5001}, 3},
+      {"round", {INF}, INF}, {"round", {NaN}, NaN}, {"floor", {-2.5}, -3}, {"ceil", {-2.5}, -2}, {"frac", {-2.75}, -0.75},
+      {"sqrt", {"16"}, 4}, {"sqrt", {0}, 0}, {"sqr", {-3}, 9}, {"power", {9, 0.5}, 3}, {"exp", {1}, std::numbers::e},
+      {"ln", {0}, -INF}, {"log2", {8}, 3}, {"log10", {1000}, 3}, {"logn", {3, 81}, 4},
       // Within the comparison epsilon of 1 an arcsine or arccosine is clamped.
       {"arcsin", {1.000009}, PI / 2}, {"arcsin", {-1.000009}, -PI / 2}, {"arcsin", {0.5}, PI / 6},
-      {"arccos", {1.000009}, 0}, {"arccos", {-1.000009}, PI}, {"darcsin", {1.000009}, 90},
-      {"darccos", {-1.000009}, 180}, {"arctan", {1}, PI / 4}, {"darctan", {1}, 45},
+      {"arccos", {-1.000009}, PI}, {"darcsin", {1.000009}, 90}, {"darccos", {-1.000009}, 180},
+      {"arctan", {1}, PI / 4}, {"darctan", {1}, 45},
       // arctan2 takes y first and sees the quadrant.
       {"arctan2", {1, -1}, 3 * PI / 4}, {"darctan2", {-1, -1}, -135},
-      {"sin", {PI / 6}, 0.5}, {"cos", {PI / 3}, 0.5}, {"tan", {PI / 4}, 1}, {"dsin", {90}, 1}, {"dsin", {30}, 0.5},
-      {"dcos", {180}, -1}, {"dcos", {60}, 0.5}, {"dtan", {45}, 1}, {"radtodeg", {PI}, 180}, {"degtorad", {90}, PI / 2},
-      {"clamp", {5, 0, 3}, 3}, {"clamp", {-1, 0, 3}, 0}, {"clamp", {2, 0, 3}, 2},
-      {"lerp", {10, 20, 0.25}, 12.5}, {"lerp", {10, 20, 2}, 30},
+      {"sin", {PI / 6}, 0.5}, {"cos", {PI / 3}, 0.5}, {"tan", {PI / 4}, 1}, {"dsin", {30}, 0.5}, {"dcos", {60}, 0.5},
+      {"dtan", {45}, 1}, {"radtodeg", {PI}, 180}, {"degtorad", {90}, PI / 2},
+      {"clamp", {5, 0, 3}, 3}, {"clamp", {-1, 0, 3}, 0}, {"clamp", {2, 0, 3}, 2}, {"lerp", {10, 20, 0.25}, 12.5},
       // The median is the element at count / 2 after sorting: the upper middle for an even count.
-      {"mean", {4, 1, 3, 2}, 2.5}, {"mean", {}, 0}, {"median", {4, 1, 3, 2}, 3}, {"median", {5, -1, 3}, 3},
-      {"median", {}, 0}, {"abs", {-2.5}, 2.5}, {"abs", {RValue::int32(-3)}, 3}, {"abs", {2.5}, 2.5},
-      {"sign", {-0.1}, -1}, {"sign", {0}, 0}, {"sign", {RValue::boolean(true)}, 1},
+      {"mean", {4, 1, 3, 2}, 2.5}, {"mean", {}, 0}, {"median", {4, 1, 3, 2}, 3}, {"median", {}, 0},
+      {"abs", {-2.5}, 2.5}, {"sign", {-0.1}, -1}, {"sign", {0}, 0}, {"sign", {RValue::boolean(true)}, 1},
       // Angle differences wrap into a half turn either way.
-      {"angle_difference", {10, 350}, 20}, {"angle_difference", {350, 10}, -20}, {"angle_difference", {90, 0}, 90},
-      {"angle_difference", {765, 0}, 45}, {"angle_difference", {-370, 0}, -10},
-      {"angle_difference", {180, 0}, -180}, {"angle_difference", {0, 180}, -180},
+      {"angle_difference", {10, 350}, 20}, {"angle_difference", {350, 10}, -20}, {"angle_difference", {765, 0}, 45},
+      {"angle_difference", {-370, 0}, -10}, {"angle_difference", {180, 0}, -180},
       // Distances are in single precision; y grows downward, so 90 degrees points up the screen.
-      {"point_distance", {1, 1, 4, 5}, 5}, {"point_distance", {4, 5, 1, 1}, 5},
-      {"point_distance", {0, 0, "3", RValue::int64(4)}, 5}, {"point_distance", {0, 0, 0.1, 0}, static_cast<double>(0.1f)},
-      {"lengthdir_x", {10, 0}, 10}, {"lengthdir_y", {10, 0}, 0}, {"lengthdir_x", {10, 90}, 0},
-      {"lengthdir_y", {10, 90}, -10}, {"lengthdir_y", {10, 270}, 10}, {"lengthdir_x", {4, 180}, -4},
+      {"point_distance", {1, 1, 4, 5}, 5}, {"point_distance", {0, 0, 0.1, 0}, static_cast<double>(0.1f)},
+      {"lengthdir_x", {10, 0}, 10}, {"lengthdir_y", {10, 90}, -10},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.name << " " << (c.args.empty() ? "" : value_to_text(c.args[0].value)));
@@ -111,16 +102,11 @@ TEST(MathByName, WrongArgumentsAreFatalWithTheirWords) {
   struct Case { const char* name; std::vector<Arg> args; const char* words; };
   const RValue undefined = RValue::undefined();
   const Case cases[] = {
-      {"sqrt", {-1}, "Cannot apply sqrt to negative number."},
-      {"sqrt", {-INF}, "Cannot apply sqrt to negative number."}, {"sqrt", {NaN}, "Cannot apply sqrt to NaN"},
-      {"arcsin", {1.00002}, "Error in function arcsin()."}, {"arcsin", {-1.00002}, "Error in function arcsin()."},
-      {"arcsin", {NaN}, "Error in function arcsin()."}, {"darcsin", {2}, "Error in function arcsin()."},
-      {"arccos", {1.00002}, "Error in function arccos()."}, {"darccos", {-2}, "Error in function arccos()."},
-      {"sqrt", {undefined}, "sqrt argument 1 incorrect type (undefined) expecting a Number (QvGR)"},
+      {"sqrt", {-1}, "Cannot apply sqrt to negative number."}, {"sqrt", {NaN}, "Cannot apply sqrt to NaN"},
+      {"arcsin", {1.00002}, "Error in function arcsin()."}, {"arcsin", {NaN}, "Error in function arcsin()."},
+      {"arccos", {-1.00002}, "Error in function arccos()."},
       // Only a string that begins with a digit reads as a number.
       {"floor", {" 12"}, "floor argument 1 incorrect type (string) expecting a Number (QvGR)"},
-      {"floor", {"abc"}, "floor argument 1 incorrect type (string) expecting a Number (QvGR)"},
-      {"power", {2, undefined}, "power argument 2 incorrect type (undefined) expecting a Number (QvGR)"},
       // Arguments are read from the first: with two wrong, the first is reported.
       {"clamp", {"x", 0, undefined}, "clamp argument 1 incorrect type (string) expecting a Number (QvGR)"},
       {"max", {1, "abc"}, "max argument 2 incorrect type (string) expecting a Number (QvGR)"},
@@ -134,8 +120,7 @@ TEST(MathByName, WrongArgumentsAreFatalWithTheirWords) {
 
   // While errors are suppressed the caller goes on with 0.
   SuppressErrors quiet;
-  EXPECT_EQ(rt::sqrt(-4), 0);
-  EXPECT_EQ(rt::arccos(2), 0);
+  for (const double result : {rt::sqrt(-4), rt::sqrt(NaN), rt::arcsin(2), rt::arccos(2)}) EXPECT_EQ(result, 0);
   EXPECT_TRUE(quiet.error_happened());
 }
 
@@ -147,11 +132,8 @@ TEST(MathByName, MinAndMaxReturnTheArgumentItselfAndTheFirstOfEquals) {
   };
   expect("min", {5, RValue::int32(3), "9", RValue::boolean(true)}, Kind::Bool, "1");
   expect("max", {5, RValue::int32(3), "9", RValue::boolean(true)}, Kind::String, "9");
-  expect("min", {3, RValue::int32(1), 2}, Kind::Int32, "1");
   expect("min", {2, "2", RValue::int32(2)}, Kind::Number, "2");
   expect("max", {2, "2", RValue::int32(2)}, Kind::Number, "2");
-  expect("min", {"2", 2}, Kind::String, "2");
-  expect("max", {"2", 2}, Kind::String, "2");
   expect("min", {}, Kind::Number, "0");
   expect("max", {}, Kind::Number, "0");
 }
@@ -165,17 +147,13 @@ TEST(MathTimer, GetTimerCountsMicrosecondsOfTheSteadyClock) {
   const auto inner_start = steady_clock::now();
   while (steady_clock::now() - inner_start < std::chrono::milliseconds(2)) {
   }
-  const auto inner_end = steady_clock::now();
   const double second = rt::get_timer();
-  const auto outer_end = steady_clock::now();
-  const auto micros = [](steady_clock::duration d) {
-    return static_cast<double>(std::chrono::duration_cast<std::chrono::microseconds>(d).count());
-  };
-  EXPECT_GE(second - first, micros(inner_end - inner_start) - 1);
-  EXPECT_LE(second - first, micros(outer_end - outer_start) + 2);
+  const auto outer = std::chrono::duration_cast<std::chrono::microseconds>(steady_clock::now() - outer_start);
+  EXPECT_GE(second - first, 2000 - 1);
+  EXPECT_LE(second - first, static_cast<double>(outer.count()) + 2);
 }
 
-TEST(Random, SameSeedGivesTheSameSequenceAndAnotherSeedAnother) {
+TEST(Random, SameSeedGivesTheSameSequenceAndRandomizeAnotherOne) {
   call("random_set_seed", {42});
   EXPECT_EQ(call_real("random_get_seed"), 42);
   const std::vector<double> first = draws(20);
@@ -191,9 +169,8 @@ TEST(Random, SameSeedGivesTheSameSequenceAndAnotherSeedAnother) {
   const double by_name = call_real("irandom_range", {1, 1000000});
   rt::random_set_seed(99);
   EXPECT_EQ(rt::irandom_range(1, 1000000), by_name);
-}
 
-TEST(Random, RandomizeSeedsFromTheClockAndChangesAtEachCall) {
+  // randomize seeds from the clock, and changes at each call.
   const uint32_t a = rt::randomize();
   const double b = call_real("randomize");
   EXPECT_NE(a, b);

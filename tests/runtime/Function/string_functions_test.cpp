@@ -78,7 +78,6 @@ TEST(Utf8, LeadByteDecidesTheLengthWithoutValidation) {
   const std::pair<unsigned char, size_t> leads[] = {{'a', 1}, {0xC3, 2}, {0x80, 2}, {0xE2, 3},
                                                      {0xA0, 3}, {0xF0, 4}, {0xF8, 3}};
   for (const auto& [lead, length] : leads) EXPECT_EQ(utf8::sequence_length(lead), length) << int{lead};
-  EXPECT_EQ(utf8::length("città è"), 7u);
   EXPECT_EQ(utf8::length("\xC3" "a"), 1u);  // the lead swallows the 'a'
   EXPECT_EQ(utf8::length("ab\xE2"), 3u);    // cut short by the end
   EXPECT_EQ(utf8::offset_of("aèb", 2), 3u);
@@ -87,9 +86,7 @@ TEST(Utf8, LeadByteDecidesTheLengthWithoutValidation) {
   const std::string long_text = std::string(70, 'x') + "è" + std::string(40, 'y');
   EXPECT_EQ(utf8::length(long_text), 111u);
   EXPECT_EQ(utf8::offset_of(long_text, 71), 72u);
-  EXPECT_EQ(utf8::code_point("€", "€" + 3), 0x20ACu);
   char out[4];
-  EXPECT_EQ(std::string(out, utf8::encode(0x20AC, out)), "€");
   EXPECT_EQ(std::string(out, utf8::encode(0x1F600, out)), "😀");
 }
 
@@ -225,76 +222,57 @@ TEST(StringFunctions, NearMissesDifferingInAnyByteAreNotMatches) {
 // characters, and any value reads as its text form.
 TEST(StringBuiltins, GiveTheirResultsByName) {
   struct Case { const char* name; std::vector<Arg> args; std::string result; };
-  const RValue undefined = RValue::undefined();
   const std::string a1000(1000, 'a');
   const Case cases[] = {
-      {"string_length", {""}, "0"}, {"string_length", {"perché sì"}, "9"}, {"string_length", {123}, "3"},
-      {"string_length", {1.5}, "4"} /* "1.50" */, {"string_length", {undefined}, "9"},
-      {"string_length", {RValue::boolean(true)}, "1"},
+      {"string_length", {""}, "0"}, {"string_length", {"perché sì"}, "9"}, {"string_length", {1.5}, "4"} /* "1.50" */,
       // An empty `sub` is found at once; a match counts only at a character start.
       {"string_pos", {"sì", "perché sì"}, "8"}, {"string_pos", {"", "abc"}, "1"}, {"string_pos", {"", ""}, "1"},
-      {"string_pos", {"b", "abcb"}, "2"},     {"string_pos", {"abcd", "abc"}, "0"}, {"string_pos", {"a", ""}, "0"},
-      {"string_pos", {3, 123}, "3"},          {"string_pos", {"a", "\xC3" "ab"}, "0"},
-      {"string_pos", {"a", "\xC3" "aa"}, "2"}, {"string_pos", {"\xA8", "è\xA8"}, "2"},
+      {"string_pos", {"abcd", "abc"}, "0"}, {"string_pos", {"a", "\xC3" "aa"}, "2"},
+      {"string_pos", {"\xA8", "è\xA8"}, "2"},
       // From a start position: 0 counts as 1, below 0 finds nothing.
-      {"string_pos_ext", {"b", "abcb", 3}, "4"},  {"string_pos_ext", {"b", "abcb", 0}, "2"},
-      {"string_pos_ext", {"a", "abcb", -1}, "0"}, {"string_pos_ext", {"b", "abcb", 5}, "0"},
-      {"string_pos_ext", {"abcde", "abcb", 1}, "0"}, {"string_pos_ext", {"à", "àbà", 2}, "3"},
+      {"string_pos_ext", {"b", "abcb", 0}, "2"}, {"string_pos_ext", {"a", "abcb", -1}, "0"},
+      {"string_pos_ext", {"b", "abcb", 5}, "0"}, {"string_pos_ext", {"à", "àbà", 2}, "3"},
       {"string_pos_ext", {"", "abc", 2}, "2"},
       // Overlapping matches count; an empty `sub` counts every character.
       {"string_count", {"aa", "aaaa"}, "3"}, {"string_count", {"", "èè"}, "2"}, {"string_count", {"", ""}, "0"},
-      {"string_count", {"a", ""}, "0"},     {"string_count", {"è", "èaèè"}, "3"}, {"string_count", {"a", "\xC3" "aa"}, "1"},
-      {"string_char_at", {"abc", -5}, "a"}, {"string_char_at", {"abc", 3}, "c"}, {"string_char_at", {"abc", 4}, ""},
-      {"string_char_at", {"aèb", 2}, "è"},  {"string_char_at", {"", 1}, ""},    {"string_char_at", {"abc", "2"}, "b"},
+      {"string_count", {"a", "\xC3" "aa"}, "1"},
+      {"string_char_at", {"abc", -5}, "a"}, {"string_char_at", {"abc", 4}, ""}, {"string_char_at", {"", 1}, ""},
       // 0 just behind the last character, -1 farther.
       {"string_ord_at", {"abc", 0}, "97"}, {"string_ord_at", {"abc", 4}, "0"}, {"string_ord_at", {"abc", 5}, "-1"},
-      {"string_ord_at", {"", 1}, "0"},     {"string_ord_at", {"", 2}, "-1"},   {"string_ord_at", {"aè", 2}, "232"},
-      {"string_ord_at", {"€", 1}, "8364"}, {"string_ord_at", {"😀", 1}, "128512"},
-      {"string_copy", {"abc", 0, 2}, "ab"}, {"string_copy", {"abc", 2, 5}, "bc"}, {"string_copy", {"abc", 2, -1}, ""},
-      {"string_copy", {"abc", 4, 1}, ""},   {"string_copy", {"città è", 4, 3}, "tà "},
-      {"string_copy", {12345, 2, 3.9}, "234"},
+      {"string_ord_at", {"aè", 2}, "232"}, {"string_ord_at", {"€", 1}, "8364"}, {"string_ord_at", {"😀", 1}, "128512"},
+      {"string_copy", {"abc", 0, 2}, "ab"}, {"string_copy", {"abc", 2, -1}, ""}, {"string_copy", {"abc", 4, 1}, ""},
       {"string_delete", {"abc", 0, 1}, "abc"}, {"string_delete", {"abc", 1, 0}, "abc"},
-      {"string_delete", {"abc", 2, 9}, "a"},   {"string_delete", {"abc", 4, 1}, "abc"},
-      {"string_delete", {"aèb", 2, 1}, "ab"},  {"string_delete", {"abc", RValue::int32(2), 1}, "ac"},
-      {"string_insert", {"X", "abc", -3}, "Xabc"}, {"string_insert", {"X", "abc", 3}, "abXc"},
-      {"string_insert", {"X", "abc", 4}, "abcX"},  {"string_insert", {"X", "abc", 40}, "abcX"},
-      {"string_insert", {"é", "èè", 2}, "èéè"},    {"string_insert", {undefined, "<>", 2}, "<undefined>"},
+      {"string_delete", {"abc", 4, 1}, "abc"}, {"string_insert", {"X", "abc", -3}, "Xabc"},
+      {"string_insert", {"X", "abc", 40}, "abcX"},
+      {"string_insert", {RValue::undefined(), "<>", 2}, "<undefined>"},
       {"string_replace", {"a-b-c", "-", "+"}, "a+b-c"}, {"string_replace", {"abc", "x", "+"}, "abc"},
-      {"string_replace", {"abc", "", "+"}, "abc"},      {"string_replace", {"più più", "ù", "u"}, "piu più"},
-      {"string_replace", {"\xC3" "aa", "a", "x"}, "\xC3" "ax"}, {"string_replace", {"a.b.c", ".", ""}, "ab.c"},
+      {"string_replace", {"abc", "", "+"}, "abc"}, {"string_replace", {"\xC3" "aa", "a", "x"}, "\xC3" "ax"},
       // Left to right, without overlaps; past 256 bytes the result grows several times.
       {"string_replace_all", {"aaa", "a", "aa"}, "aaaaaa"}, {"string_replace_all", {"aaaa", "aa", "a"}, "aa"},
-      {"string_replace_all", {"abc", "", "x"}, "abc"},      {"string_replace_all", {"", "a", "b"}, ""},
-      {"string_replace_all", {"abcabc", "abc", ""}, ""},    {"string_replace_all", {"a.b.c", ".", 0}, "a0b0c"},
-      {"string_replace_all", {"a b c", " ", "§space§"}, "a§space§b§space§c"},
+      {"string_replace_all", {"abc", "", "x"}, "abc"}, {"string_replace_all", {"", "a", "b"}, ""},
       {"string_replace_all", {a1000, "a", "bb"}, std::string(2000, 'b')},
-      {"string_replace_all", {a1000 + "x", "x", "y"}, a1000 + "y"},
+      {"string_replace_all", {a1000 + "x", "x", "y"}, a1000 + "y"},  // a long run without a match
       // Accented letters change too, nothing above the Basic Multilingual Plane
       // or in malformed bytes; some letters change their byte length (a 2-byte
       // letter to a 3-byte one is the most a result can grow).
-      {"string_upper", {"città è già"}, "CITTÀ È GIÀ"}, {"string_upper", {"αβγ ñ"}, "ΑΒΓ Ñ"},
-      {"string_upper", {"abc 123 xyz!"}, "ABC 123 XYZ!"}, {"string_upper", {"😀𐐨"}, "😀𐐨"},
-      {"string_upper", {"ı"}, "I"},     {"string_upper", {"ɐɐɐɐ"}, "ⱯⱯⱯⱯ"},
-      {"string_upper", {"a\xC3"}, "A\xC3"}, {"string_upper", {"\xFF" "b"}, "\xFF" "b"},
-      {"string_lower", {"ÀÉÌÒÙ Perché"}, "àéìòù perché"}, {"string_lower", {"ABC 123 XYZ!"}, "abc 123 xyz!"},
-      {"string_lower", {"𐐀"}, "𐐀"},    {"string_lower", {"ẞ"}, "ß"},
+      {"string_upper", {"città è già, xyz!"}, "CITTÀ È GIÀ, XYZ!"}, {"string_upper", {"😀𐐨"}, "😀𐐨"},
+      {"string_upper", {"ı"}, "I"}, {"string_upper", {"ɐɐɐɐ"}, "ⱯⱯⱯⱯ"}, {"string_upper", {"a\xC3"}, "A\xC3"},
+      {"string_upper", {"\xFF" "b"}, "\xFF" "b"}, {"string_lower", {"ẞ"}, "ß"},
+      {"string_lower", {"ÀÉÌÒÙ Perché, XYZ!"}, "àéìòù perché, xyz!"},
       // ASCII digits and letters only; a digit inside a malformed character is not one of its own.
-      {"string_digits", {"a1è2b 3.5"}, "1235"}, {"string_digits", {""}, ""}, {"string_digits", {"\xC3" "12"}, "2"},
-      {"string_digits", {-3.5}, "350"},         {"string_letters", {"a1è2b 3.5Z"}, "abZ"},
-      {"string_format", {1.5, 3, 2}, "  1.50"},  {"string_format", {-1.25, 4, 1}, "  -1.2"},
-      {"string_format", {2.5, -1, -1}, "2"},     {"string_format", {123456, 2, 0}, "123456"},
-      {"string_format", {"x", 5, 5}, "x"},       {"string_format", {"12", 3, 2}, "12"},
-      {"string_format", {RValue::int32(7), 0, 1}, "7.0"},
+      {"string_digits", {"a1è2b 3.5"}, "1235"}, {"string_digits", {"\xC3" "12"}, "2"},
+      {"string_letters", {"a1è2b 3.5Z"}, "abZ"},
+      // A string goes back as it is; widths and decimals below 0 count as 0.
+      {"string_format", {1.5, 3, 2}, "  1.50"}, {"string_format", {2.5, -1, -1}, "2"},
+      {"string_format", {"x", 5, 5}, "x"},
       {"string_hash_to_newline", {"#a##"}, "\r\na\r\n\r\n"}, {"string_hash_to_newline", {"a\\#b"}, "a#b"},
-      {"string_hash_to_newline", {"\\\\#"}, "\\#"},          {"string_hash_to_newline", {"\\a\\"}, "\\a\\"},
-      {"string_hash_to_newline", {""}, ""},
+      {"string_hash_to_newline", {"\\a\\"}, "\\a\\"},
       // Tails around the block edge take one or two padding blocks.
       {"sha1_string_utf8", {"abc"}, "a9993e364706816aba3e25717850c26c9cd0d89d"},
       {"sha1_string_utf8", {""}, "da39a3ee5e6b4b0d3255bfef95601890afd80709"},
       {"sha1_string_utf8", {std::string(55, 'a')}, "c1c8bbdc22796e28c0e15163d20899b65621d65a"},
       {"sha1_string_utf8", {std::string(56, 'a')}, "c2db330f6083854c99d4b5bfb6e8f29f201be699"},
       {"sha1_string_utf8", {std::string(64, 'a')}, "0098ba824b5c16427bd7a1122a5a442a25ec644d"},
-      {"sha1_string_utf8", {std::string(119, 'a')}, "ee971065aaa017e0632a8ca6c77bb3bf8b1dfc56"},
       {"sha1_string_utf8", {std::string(1000000, 'a')}, "34aa973cd4c4daa4f61eeb2bdbad27316534016f"},
   };
   const std::vector<std::string> numeric = {"string_length", "string_pos", "string_pos_ext", "string_count",
@@ -319,7 +297,6 @@ TEST(StringFunctions, FormatPadsAndRoundsAsPrintfInTheCLocale) {
       }
     }
   }
-  EXPECT_EQ(text(string_format(RValue::number(0.5), 1, 3)), "0.500");
   // A locale whose decimal mark is a comma doesn't change the point.
   const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
   if (std::setlocale(LC_NUMERIC, "it_IT.UTF-8")) {
@@ -331,10 +308,7 @@ TEST(StringFunctions, FormatPadsAndRoundsAsPrintfInTheCLocale) {
 TEST(StringBuiltins, WrongArgumentKindsAreFatalWithTheGetterWords) {
   struct Case { const char* name; std::vector<Arg> args; const char* words; };
   const Case cases[] = {
-      {"string_length", {RValue()}, "string_length argument 1 incorrect type (unset) expecting a String (QvGS)"},
       {"string_pos", {"a", RValue()}, "string_pos argument 2 incorrect type (unset) expecting a String (QvGS)"},
-      {"string_char_at", {"abc", RValue::undefined()},
-       "string_char_at argument 2 incorrect type (undefined) expecting a Number (QvGI32)"},
       {"string_copy", {"abc", 1, "x"}, "string_copy argument 3 incorrect type (string) expecting a Number (QvGI32)"},
       {"string_format", {RValue::undefined(), 1, 1},
        "string_format argument 1 incorrect type (undefined) expecting a Number (QvGR)"},
