@@ -157,6 +157,8 @@ class GlGpu final : public Gpu {
       f_.FramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, record.name, 0);
       const bool complete = f_.CheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
       f_.BindFramebuffer(GL_FRAMEBUFFER, target_framebuffer_);
+    // Only a long run of drawing on one target has to wait for the device.
+    vertices_since_finish_ = draws_since_finish_ = 0;
       if (!complete) {
         f_.DeleteFramebuffers(1, &record.framebuffer);
         f_.DeleteTextures(1, &record.name);
@@ -193,6 +195,8 @@ class GlGpu final : public Gpu {
     target_framebuffer_ = record ? record->framebuffer : 0;
     target_height_ = record ? record->height : height;
     f_.BindFramebuffer(GL_FRAMEBUFFER, target_framebuffer_);
+    // Only a long run of drawing on one target has to wait for the device.
+    vertices_since_finish_ = draws_since_finish_ = 0;
     set_viewport(0, 0, record ? record->width : width, target_height_);
   }
 
@@ -216,6 +220,8 @@ class GlGpu final : public Gpu {
     f_.BlitFramebuffer(0, 0, from->width, from->height, 0, 0, from->width, from->height, GL_COLOR_BUFFER_BIT,
                        GL_NEAREST);
     f_.BindFramebuffer(GL_FRAMEBUFFER, target_framebuffer_);
+    // Only a long run of drawing on one target has to wait for the device.
+    vertices_since_finish_ = draws_since_finish_ = 0;
     return true;
   }
 
@@ -275,15 +281,15 @@ class GlGpu final : public Gpu {
     // that draws without end has its work done now and then instead, so
     // that what the driver holds stays bounded.
     vertices_since_finish_ += vertices.size();
-    if (vertices_since_finish_ > FINISH_AFTER_VERTICES || draw_calls_ % FINISH_AFTER_DRAWS == 0) {
+    if (vertices_since_finish_ > FINISH_AFTER_VERTICES || ++draws_since_finish_ > FINISH_AFTER_DRAWS) {
       f_.Finish();
-      vertices_since_finish_ = 0;
+      vertices_since_finish_ = draws_since_finish_ = 0;
     }
   }
 
   uint64_t draw_calls() const override { return draw_calls_; }
   static constexpr size_t FINISH_AFTER_VERTICES = 1 << 16;
-  static constexpr uint64_t FINISH_AFTER_DRAWS = 1024;
+  static constexpr size_t FINISH_AFTER_DRAWS = 8192;
   void reset_draw_calls() override { draw_calls_ = 0; }
 
   void read_pixels(int x, int y, int width, int height, std::span<uint8_t> rgba) override {
@@ -402,7 +408,8 @@ class GlGpu final : public Gpu {
   bool linear_ = false;
   float transform_[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
   uint64_t draw_calls_ = 0;
-  size_t vertices_since_finish_ = 0;
+  // What was drawn on the current target since the device last finished its work.
+  size_t vertices_since_finish_ = 0, draws_since_finish_ = 0;
 };
 
 }  // namespace
