@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "run_fixture.h"
-#include "test_pictures.h"
+#include "support/test_pictures.h"
 
 namespace {
 

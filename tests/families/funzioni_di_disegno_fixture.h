@@ -26,7 +26,7 @@
 #include "runtime/Room/Variables.h"
 #include "runtime/Sprite/Sprite.h"
 #include "support/program_fixture.h"
-#include "test_pictures.h"
+#include "support/test_pictures.h"
 
 struct Rgb {
   int r, g, b;
