@@ -1,6 +1,5 @@
 #include "environment/editor_ctrl.h"
 
-#include <cstdio>
 #include <fstream>
 #include <iterator>
 
@@ -10,7 +9,9 @@
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/TextDrawing.h"
+#include "runtime/Function/DialogFunctions.h"
 #include "runtime/IO/Input.h"
+#include "runtime/IO/WholeFile.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
 
@@ -73,11 +74,12 @@ void TastoEsegui::alarm_0() {
   str += "filler ";
   fatal_error = 0;
   // The whole hand-over to the run: the text in code.txt, written whole.
-  {
-    std::ofstream code("code.txt.part", std::ios::binary | std::ios::trunc);
-    code << original_str;
+  // Without it the run would take an older program, so there is none.
+  if (!file_write_whole("code.txt", original_str)) {
+    show_message(RValue::text("Impossibile preparare l'esecuzione: il programma non si può scrivere su disco "
+                              "(code.txt). Controlla lo spazio libero e riprova."));
+    return;
   }
-  std::rename("code.txt.part", "code.txt");
   room_goto(ROOM_MAIN);
 }
 

@@ -14,6 +14,7 @@
 #include "environment/main_code_ctrl.h"
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Screen.h"
+#include "runtime/IO/WholeFile.h"
 #include "runtime/Room/FrameState.h"
 #include "runtime/Run/MainLoop.h"
 
@@ -69,13 +70,9 @@ int run_command(int argc, char** argv) {
   }
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   // The hand-over is the Run button's: the text in code.txt of the working folder.
-  {
-    std::ofstream code("code.txt", std::ios::binary | std::ios::trunc);
-    code << text;
-    if (!code) {
-      std::fputs("velant: impossibile scrivere code.txt nella cartella di lavoro\n", stderr);
-      return 2;
-    }
+  if (!file_write_whole("code.txt", text)) {
+    std::fputs("velant: impossibile scrivere code.txt nella cartella di lavoro\n", stderr);
+    return 2;
   }
 
   RuntimeOptions options;
