@@ -1,6 +1,9 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Registration.h"
 #include "runtime/IO/WindowFunctions.h"
+#include "runtime/Support/DsGrid.h"
+#include "runtime/Support/DsList.h"
+#include "runtime/Support/DsPriority.h"
 
 void register_runtime_builtins() {
   static bool done = false;
@@ -15,6 +18,9 @@ void register_runtime_builtins() {
   register_external_builtins();
   register_asset_builtins();
   register_ds_map_builtins();
+  register_ds_list_builtins();
+  register_ds_priority_builtins();
+  register_ds_grid_builtins();
   register_input_builtins();
   register_window_builtins();
   register_instance_builtins();

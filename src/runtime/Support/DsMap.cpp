@@ -11,13 +11,13 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
 #include "runtime/Code/Registration.h"
+#include "runtime/Support/DsTable.h"
 
 namespace {
 
 // Number keys compare with an epsilon of their own, finer than the
 // language's 1e-05, so that keys close together stay apart.
 constexpr double KEY_EPSILON = 1e-08;
-constexpr size_t TABLE_GROWTH = 16;
 
 struct MapKey {
   bool is_text;
@@ -39,7 +39,7 @@ struct CDS_Map {
 };
 
 std::mutex g_ds_mutex;  // "DsMutex"
-std::vector<std::unique_ptr<CDS_Map>> g_maps;
+DsTable<CDS_Map> g_maps(REF_DS_MAP);
 
 // The key a value stands for; false after the fatal report of a kind that
 // can't be a key.
@@ -60,21 +60,8 @@ bool make_key(const RValue& v, MapKey& key) {
   }
 }
 
-// The slot of the live map a handle names; the caller holds the lock. A
-// handle out of range or on a free slot is fatal; -1 when the report was
-// suppressed.
-int32_t map_index(const RValue& handle) {
-  const int32_t index = arg_ref(&handle, 0, REF_DS_MAP, static_cast<int32_t>(g_maps.size()));
-  if (index < 0) return -1;
-  if (g_maps[static_cast<size_t>(index)]) return index;
-  ReportError("%s argument %d invalid reference to (%s)", builtin_current_name(), 1, ref_type_name(REF_DS_MAP));
-  return -1;
-}
-
-CDS_Map* map_of(const RValue& handle) {
-  const int32_t index = map_index(handle);
-  return index < 0 ? nullptr : g_maps[static_cast<size_t>(index)].get();
-}
+// The live map a handle names; the caller holds the lock.
+CDS_Map* map_of(const RValue& handle) { return g_maps.find(handle); }
 
 BUILTIN_ADAPTER(ds_map_create) { result = ds_map_create(); }
 BUILTIN_ADAPTER(ds_map_destroy) { ds_map_destroy(args[0]); }
@@ -87,17 +74,12 @@ BUILTIN_ADAPTER(ds_map_size) { result = RValue::number(ds_map_size(args[0])); }
 
 RValue ds_map_create() {
   std::lock_guard<std::mutex> lock(g_ds_mutex);
-  size_t slot = 0;
-  while (slot < g_maps.size() && g_maps[slot]) ++slot;
-  if (slot == g_maps.size()) g_maps.resize(g_maps.size() + TABLE_GROWTH);
-  g_maps[slot] = std::make_unique<CDS_Map>();
-  return RValue::ref(REF_DS_MAP, static_cast<int32_t>(slot));
+  return g_maps.create();
 }
 
 void ds_map_destroy(const RValue& map) {
   std::lock_guard<std::mutex> lock(g_ds_mutex);
-  const int32_t index = map_index(map);
-  if (index >= 0) g_maps[static_cast<size_t>(index)].reset();
+  g_maps.destroy(map);
 }
 
 bool ds_map_exists(const RValue& map, const RValue& key) {
@@ -131,8 +113,8 @@ int32_t ds_map_size(const RValue& map) {
 
 bool ds_map_add_from_worker(int32_t map, std::string_view key, RValue value) {
   std::lock_guard<std::mutex> lock(g_ds_mutex);
-  if (map < 0 || static_cast<size_t>(map) >= g_maps.size() || !g_maps[static_cast<size_t>(map)]) return false;
-  return g_maps[static_cast<size_t>(map)]->entries.emplace(MapKey{true, 0.0, std::string(key)}, std::move(value)).second;
+  CDS_Map* m = g_maps.at(map);
+  return m && m->entries.emplace(MapKey{true, 0.0, std::string(key)}, std::move(value)).second;
 }
 
 void register_ds_map_builtins() {
