@@ -1,5 +1,6 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Registration.h"
+#include "runtime/Function/DateFunctions.h"
 #include "runtime/IO/WindowFunctions.h"
 #include "runtime/Support/DsGrid.h"
 #include "runtime/Support/DsList.h"
@@ -13,6 +14,7 @@ void register_runtime_builtins() {
   register_array_builtins();
   register_string_builtins();
   register_math_builtins();
+  register_date_builtins();
   register_dialog_builtins();
   register_buffer_builtins();
   register_external_builtins();
