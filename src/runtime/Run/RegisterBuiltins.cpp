@@ -2,6 +2,7 @@
 #include "runtime/Code/Registration.h"
 #include "runtime/Function/DateFunctions.h"
 #include "runtime/IO/IniFile.h"
+#include "runtime/IO/TextFile.h"
 #include "runtime/IO/WindowFunctions.h"
 #include "runtime/Support/DsGrid.h"
 #include "runtime/Support/DsList.h"
@@ -27,6 +28,7 @@ void register_runtime_builtins() {
   register_input_builtins();
   register_window_builtins();
   register_ini_builtins();
+  register_text_file_builtins();
   register_instance_builtins();
   register_sprite_builtins();
   register_collision_builtins();
