@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "runtime/Code/Builtins.h"
+#include "runtime/Platform/Window.h"
 
 namespace {
 
@@ -162,6 +163,34 @@ TEST_F(InputTest, BuiltinsByNameGiveTheFramesAnswers) {
       {"mouse_clear", {n(MOUSE_LEFT)}, "undefined"},        {"mouse_check_button", {n(MOUSE_LEFT)}, "bool 0"},
   };
   for (const auto& row : rows) EXPECT_EQ(call(row.name, row.args), row.answer) << row.name;
+}
+
+}  // namespace
+
+namespace {
+
+// The window as programs see it, on the headless window.
+TEST(WindowFunctions, SizePositionCaptionAndCursorByTheirBuiltins) {
+  platform::make_window(true).create(640, 480, "Velant", {});
+  register_runtime_builtins();
+  const auto call = [](const char* name, std::vector<RValue> args = {}) {
+    RValue result;
+    EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
+    return result;
+  };
+  call("window_set_size", {RValue::number(800), RValue::number(600)});
+  call("window_set_position", {RValue::number(20), RValue::number(30)});
+  call("window_set_caption", {RValue::text("Il mio gioco")});
+  EXPECT_EQ(call("window_get_width").real, 800);
+  EXPECT_EQ(call("window_get_y").real, 30);
+  EXPECT_EQ(call("window_get_caption").string_view(), "Il mio gioco");
+  for (const double cursor : {-1.0, 77.0}) {
+    call("window_set_cursor", {RValue::number(cursor)});
+    EXPECT_EQ(call("window_get_cursor").real, cursor);
+    EXPECT_FALSE(platform::window().cursor_visible()) << "77 is remembered and changes nothing";
+  }
+  call("window_set_cursor", {RValue::number(-4)});
+  EXPECT_TRUE(platform::window().cursor_visible());
 }
 
 }  // namespace
