@@ -51,9 +51,25 @@ void set_dialogs(std::unique_ptr<Dialogs> d) {
   g_dialogs = std::move(d);
 }
 
-void clipboard_set_text(const std::string& text) {
-  // A headless run has no desktop to hand the text to.
-  if (!headless()) SDL_SetClipboardText(text.c_str());
+// A headless run has no desktop clipboard: it keeps one of its own, and so
+// does a run whose desktop refuses the text.
+std::string& own_clipboard() {
+  static std::string text;
+  return text;
 }
+
+void clipboard_set_text(const std::string& text) {
+  if (headless() || SDL_SetClipboardText(text.c_str()) != 0) own_clipboard() = text;
+}
+
+std::string clipboard_get_text() {
+  if (headless() || !SDL_HasClipboardText()) return own_clipboard();
+  char* text = SDL_GetClipboardText();
+  std::string copy = text ? text : "";
+  SDL_free(text);
+  return copy;
+}
+
+bool clipboard_has_text() { return !clipboard_get_text().empty(); }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Registration.h"
 #include "runtime/Function/DateFunctions.h"
+#include "runtime/Function/SystemFunctions.h"
 #include "runtime/IO/IniFile.h"
 #include "runtime/IO/TextFile.h"
 #include "runtime/IO/WindowFunctions.h"
@@ -17,6 +18,7 @@ void register_runtime_builtins() {
   register_string_builtins();
   register_math_builtins();
   register_date_builtins();
+  register_system_builtins();
   register_dialog_builtins();
   register_buffer_builtins();
   register_external_builtins();
