@@ -10,6 +10,7 @@
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/TextDrawing.h"
 #include "runtime/Function/DialogFunctions.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/IO/Input.h"
 #include "runtime/IO/WholeFile.h"
 #include "runtime/Object/Objects.h"
@@ -40,7 +41,7 @@ EditorCtrl* editor_ctrl() {
 
 void EditorCtrl::create() {
   // The text of the last session is kept in backup.txt; without it, a first program.
-  std::ifstream backup("backup.txt", std::ios::binary);
+  std::ifstream backup(file_folders().save_area + "backup.txt", std::ios::binary);
   std::string text = backup ? std::string(std::istreambuf_iterator<char>(backup), {}) : std::string(FIRST_PROGRAM);
   slide_text = {"", std::move(text)};
   n_slide = 1;
@@ -75,7 +76,7 @@ void TastoEsegui::alarm_0() {
   fatal_error = 0;
   // The whole hand-over to the run: the text in code.txt, written whole.
   // Without it the run would take an older program, so there is none.
-  if (!file_write_whole("code.txt", original_str)) {
+  if (!file_write_whole(file_folders().save_area + "code.txt", original_str)) {
     show_message(RValue::text("Impossibile preparare l'esecuzione: il programma non si può scrivere su disco "
                               "(code.txt). Controlla lo spazio libero e riprova."));
     return;

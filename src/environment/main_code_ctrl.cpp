@@ -23,6 +23,7 @@
 #include "runtime/Graphics/SurfaceOverClear.h"
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Graphics/TextDrawing.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/IO/Input.h"
 #include "runtime/IO/WindowFunctions.h"
 #include "runtime/Object/Objects.h"
@@ -38,8 +39,6 @@ std::vector<std::pair<std::string, std::string>>& run_variables() {
 }
 
 constexpr double ROOM_SPEED = 30;
-// code.txt and the files a program names are read from the process's current folder.
-const std::string WORKING_DIRECTORY;
 
 double global_number(const char* name) {
   RValue value;
@@ -77,7 +76,7 @@ void MainCodeCtrl::create() {
   set_circle_precision(64);
   // Every run begins with chance from the same seed.
   ripristina_casualita_di_avvio();
-  if (tokenization(p.program, WORKING_DIRECTORY) == TokenizationResult::DivisionByZero) {
+  if (tokenization(p.program, file_folders().save_area) == TokenizationResult::DivisionByZero) {
     // Its messages have been shown; the start goes on, and the run ends
     // at the end of this frame, before "INIZIA".
     set_run_stopped_by_error(true);

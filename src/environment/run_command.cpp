@@ -3,17 +3,20 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <optional>
 #include <string>
 
 #include "environment/commands.h"
+#include "environment/folders.h"
 #include "environment/rooms.h"
 #include "language/evaluation/error_frame.h"
 #include "environment/main_code_ctrl.h"
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Screen.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/IO/WholeFile.h"
 #include "runtime/Room/FrameState.h"
 #include "runtime/Run/MainLoop.h"
@@ -69,9 +72,17 @@ int run_command(int argc, char** argv) {
     return 2;
   }
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  // The hand-over is the Run button's: the text in code.txt of the working folder.
-  if (!file_write_whole("code.txt", text)) {
-    std::fputs("velant: impossibile scrivere code.txt nella cartella di lavoro\n", stderr);
+  // The program finds the files that stand beside it, wherever the command is run from.
+  std::error_code failed;
+  const std::string beside = std::filesystem::absolute(request->file, failed).parent_path().string();
+  if (std::string problem; !prepare_folders(beside, problem)) {
+    std::fprintf(stderr, "velant: %s\n", problem.c_str());
+    return 2;
+  }
+  // The hand-over is the Run button's: the text in code.txt of the save area.
+  const std::string program = file_folders().save_area + "code.txt";
+  if (!file_write_whole(program, text)) {
+    std::fprintf(stderr, "velant: impossibile scrivere %s\n", program.c_str());
     return 2;
   }
 

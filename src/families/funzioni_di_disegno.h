@@ -43,14 +43,16 @@ inline constexpr std::string_view IMAGE_EXTENSIONS_DISEGNA[] = {".png", ".jpg", 
 
 // A path as a program wrote it, made ready to load.
 struct ImagePath {
-  std::string name;    // the file, quotes gone and extension completed; or the web address
+  std::string name;    // as written, quotes gone and extension completed; or the web address
+  std::string file;    // where the file was found
   bool web = false;    // a web address
   bool found = false;  // a local file that exists
 };
 
 // Resolves `written`: backslashes become "/", "internet/" becomes
 // "http://"; a file name without any of the known extensions takes the
-// first of `extensions` for which a file exists.
+// first of `extensions` for which a file exists. Files are looked for by
+// the file name rule: the save area, the program's folder, Velant's data.
 ImagePath resolve_image_path(std::string_view written, std::span<const std::string_view> extensions);
 
 // How a picture becomes a sprite.

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <vector>
 
@@ -20,6 +19,7 @@
 #include "language/evaluation/program_instance.h"
 #include "language/tokenizer/text_edit.h"
 #include "runtime/Graphics/Primitives.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/Graphics/SpriteDrawing.h"
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Room/FrameState.h"
@@ -43,10 +43,6 @@ std::string normalised_separators(std::string_view text) {
   return out;
 }
 
-bool file_exists(const std::string& name) {
-  std::error_code error;
-  return !name.empty() && std::filesystem::is_regular_file(name, error);
-}
 
 // The sprites loaded or made for programs, which the end of a run deletes.
 std::vector<int32_t>& loaded_sprites() {
@@ -220,13 +216,14 @@ ImagePath resolve_image_path(std::string_view written, std::span<const std::stri
       std::ranges::any_of(extensions, [&](std::string_view e) { return text_edit::contains(path.name, e); });
   if (!has_extension) {
     for (std::string_view extension : extensions) {
-      if (file_exists(path.name + std::string(extension))) {
+      if (path.file = file_read_path(path.name + std::string(extension)); !path.file.empty()) {
         path.name += extension;
         break;
       }
     }
   }
-  path.found = file_exists(path.name);
+  if (path.file.empty()) path.file = file_read_path(path.name);
+  path.found = !path.file.empty();
   return path;
 }
 
@@ -236,7 +233,7 @@ int32_t load_image_sprite(const ImagePath& path, const SpriteLoad& load) {
   // has no sprites of its own it takes sprite 0, the one a handle of 0 names.
   const int32_t placeholder = missing_image_sprite();
   if (path.web || !path.found) return placeholder;
-  const int32_t sprite = sprite_add(path.name, bounded(load.frames, 1, MOST_FRAMES, 1), load.remove_back, true,
+  const int32_t sprite = sprite_add(path.file, bounded(load.frames, 1, MOST_FRAMES, 1), load.remove_back, true,
                                     bounded(load.xorigin, -LARGEST_ORIGIN, LARGEST_ORIGIN, 0),
                                     bounded(load.yorigin, -LARGEST_ORIGIN, LARGEST_ORIGIN, 0));
   if (!sprite_exists(sprite)) return placeholder;

@@ -127,7 +127,7 @@ TEST_F(DrawingRun, SalvaSchermataSavesWhatTheWindowShowsWhenItRuns) {
   ASSERT_EQ(last_.value("n"), "3");
   EXPECT_TRUE(shows(last, 320, 120, RED));
   // The window shows the frame before the one being drawn: the rectangle of n = 2.
-  const Image saved = picture("schermata_salvata.png");
+  const Image saved = picture(std::string(SAVE_AREA) + "schermata_salvata.png");
   EXPECT_EQ(saved.width, 1000);
   EXPECT_EQ(saved.height, 700);
   EXPECT_TRUE(shows(saved, 220, 120, RED));

@@ -25,8 +25,10 @@ TEST_F(RunCommand, RunsAProgramAndPrintsItsMessagesAndVariables) {
   EXPECT_EQ(r.value("X"), "10") << r.out;
   EXPECT_EQ(r.value("N"), "\"Anna\"");
   EXPECT_EQ(r.value("larghezza_finestra"), "1000");
-  // code.txt is the hand-over, and stays.
-  EXPECT_TRUE(std::filesystem::exists(folder_ / "code.txt"));
+  // code.txt is the hand-over, and stays; it goes into the save area, and
+  // the folder the command ran in gets nothing new.
+  EXPECT_TRUE(std::filesystem::exists(folder_ / SAVE_AREA / "code.txt"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "code.txt"));
 }
 
 TEST_F(RunCommand, AProgramErrorLetsTheStatementsUnderWayFinish) {

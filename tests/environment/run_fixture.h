@@ -38,8 +38,10 @@ class RunFixture : public ::testing::Test {
   RunResult run(const std::string& program, const std::string& options) {
     folder_.write("programma.txt", program);
     // Mesa's driver leaves allocations at exit, which a sanitizer build would report as the run's own.
-    const std::string command = "cd '" + folder_.path().string() + "' && ASAN_OPTIONS=detect_leaks=0 '" VELANT_BINARY
-                                "' run programma.txt --headless " + options + " 2>/dev/null";
+    // The user's data folder is the test's own: the save area is SAVE_AREA in it.
+    const std::string folder = folder_.path().string();
+    const std::string command = "cd '" + folder + "' && XDG_DATA_HOME='" + folder + "/dati' ASAN_OPTIONS=detect_leaks=0 '" +
+                                VELANT_BINARY "' run programma.txt --headless " + options + " 2>/dev/null";
     RunResult result;
     FILE* pipe = ::popen(command.c_str(), "r");
     char buffer[4096];
@@ -69,5 +71,6 @@ class RunFixture : public ::testing::Test {
                                          << ", not " << c.r << " " << c.g << " " << c.b;
   }
 
+  static constexpr const char* SAVE_AREA = "dati/Velant/";
   TempFolder folder_{"velant_run"};
 };

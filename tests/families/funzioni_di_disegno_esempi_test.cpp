@@ -44,7 +44,10 @@ TEST_F(DisegnoEsempi, Testi) {
 }
 
 TEST_F(DisegnoEsempi, Immagini) {
-  std::filesystem::current_path(examples_folder());
+  // Run from the examples' folder, as `velant run examples/immagini.txt` does.
+  FileFolders beside_the_example = file_folders();
+  beside_the_example.program = examples_folder().string();
+  file_folders_set(beside_the_example);
   ProgramInstance& p = example("immagini.txt");
   const auto star = static_cast<int32_t>(number(p, "stella"));
   ASSERT_NE(star, missing_image_sprite());

@@ -21,6 +21,7 @@
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Surfaces.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
 #include "runtime/Room/Variables.h"
@@ -93,8 +94,12 @@ class DrawingProgramTest : public ProgramTest {
     // The environment's font is font 0 of the package, which a test makes in its place; global.font is unset.
     if (!font_exists(0)) font_put(0, "fnt_editor", font_load_default_face(16, false));
     variable_set(global_object(), variable_id("font"), NO_ARRAY_INDEX, RValue());
+    // The test's folder is the current one, where it writes its pictures,
+    // and the save area, where the program finds them.
     previous_directory_ = std::filesystem::current_path();
     std::filesystem::current_path(dir_);
+    previous_folders_ = file_folders();
+    file_folders_set({dir_.string(), dir_.string(), ""});
     canvas_ = surface_create(CANVAS_WIDTH, CANVAS_HEIGHT);
     surface_set_target(canvas_);
     clear_canvas();
@@ -105,6 +110,7 @@ class DrawingProgramTest : public ProgramTest {
     surface_free(canvas_);
     delete_loaded_images();
     std::filesystem::current_path(previous_directory_);
+    file_folders_set(previous_folders_);
     ProgramTest::TearDown();
   }
 
@@ -204,4 +210,5 @@ class DrawingProgramTest : public ProgramTest {
 
   int32_t canvas_ = NO_SURFACE;
   std::filesystem::path previous_directory_;
+  FileFolders previous_folders_;
 };

@@ -8,6 +8,7 @@
 #include "language/tokenizer/text_edit.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/MathFunctions.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/Support/AssetIndex.h"
 
 using text_edit::Rewrite;
@@ -87,7 +88,10 @@ void Tokenizer::serve_include() {
   std::string file_name = text_edit::string_extract(raw, "\"", 1);
   if (!text_edit::contains(file_name, ".txt")) file_name += ".txt";
   std::string included;
-  if (!read_lines(working_directory_ + file_name, false, included)) return;
+  // Beside the program first, then wherever the file name rule finds it.
+  if (!read_lines(working_directory_ + file_name, false, included) && !read_lines(file_read_path(file_name), false, included)) {
+    return;
+  }
   text_edit::replace_first(message_, "includi" + raw, included);
 }
 

@@ -1,4 +1,5 @@
 #include "runtime/Font/FontFiles.h"
+#include "runtime/IO/FileNames.h"
 
 #include <algorithm>
 #include <cctype>
@@ -103,8 +104,7 @@ std::string system_font_file(std::string_view file_name) {
 
 std::string font_file_find(std::string_view name, bool bold, bool italic) {
   if (name.empty()) return {};
-  std::error_code error;
-  if (fs::is_regular_file(fs::path(name), error)) return std::string(name);
+  if (std::string path = file_read_path(name); !path.empty()) return path;
   if (std::string path = system_font_file(fs::path(name).filename().string()); !path.empty()) return path;
   const StandIn* stand_in = stand_in_for(name);
   return stand_in ? stand_in_file(*stand_in, bold, italic) : std::string();

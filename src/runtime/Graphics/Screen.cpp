@@ -11,6 +11,7 @@
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Platform/Window.h"
 #include "runtime/Room/Room.h"
+#include "runtime/IO/FileNames.h"
 
 namespace {
 
@@ -81,5 +82,6 @@ bool screen_read(Image& image) {
 
 bool screen_save(const std::string& file) {
   Image image;
-  return screen_read(image) && image_save_png(file, image);
+  const std::string path = file_save_path(file);
+  return !path.empty() && screen_read(image) && image_save_png(path, image);
 }

@@ -22,5 +22,6 @@ void screen_frame_end();
 double draw_getpixel(double x, double y);
 // Reads what the window shows, every pixel opaque; false without a graphics device.
 bool screen_read(Image& image);
-// Writes what the window shows as a PNG file, every pixel opaque.
+// Writes what the window shows as a PNG file in the save area, every pixel
+// opaque; false when the name is refused or the file cannot be written.
 bool screen_save(const std::string& file);

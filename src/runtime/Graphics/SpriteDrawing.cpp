@@ -13,6 +13,7 @@
 #include "runtime/Object/Instance.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Sprite/Sprite.h"
+#include "runtime/IO/FileNames.h"
 
 namespace {
 
@@ -91,7 +92,7 @@ void draw_frame(CSprite& sprite, double subimage, const BlitPlacement& placement
 
 int32_t sprite_add(const std::string& file, double frames, bool remove_back, bool, double xorigin, double yorigin) {
   Image image;
-  if (!image_load(file, image)) return -1;
+  if (!image_load(file_read_path(file), image)) return -1;
   return sprite_from_image(image, static_cast<int>(frames), remove_back, xorigin, yorigin);
 }
 

@@ -11,6 +11,7 @@
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/ImageFile.h"
+#include "runtime/IO/FileNames.h"
 
 namespace {
 
@@ -239,7 +240,8 @@ bool surface_save(double surface, const std::string& file) {
   make_current({id_of(surface), record->width, record->height, draw_state().projection});
   read_target_pixels(0, 0, image.width, image.height, image.rgba.data());
   make_current(saved);
-  return image_save_png(file, image);
+  const std::string path = file_save_path(file);
+  return !path.empty() && image_save_png(path, image);
 }
 
 namespace {

@@ -33,7 +33,7 @@ void surface_free(double surface);
 void surface_resize(double surface, double width, double height);
 // The colour (blue-green-red) of one pixel of a surface, 0 outside it.
 double surface_getpixel(double surface, double x, double y);
-// Writes a surface as a PNG file.
+// Writes a surface as a PNG file in the save area.
 bool surface_save(double surface, const std::string& file);
 
 void draw_surface(double surface, double x, double y);

@@ -10,6 +10,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/IO/WholeFile.h"
 
 namespace {
@@ -20,7 +21,7 @@ struct IniSection {
 };
 
 struct IniFile {
-  std::string path;
+  std::string name;  // as the program gave it: read and written by the file name rule
   std::vector<IniSection> sections;  // the newest first
   bool changed = false;
 };
@@ -91,7 +92,7 @@ double leading_number(std::string_view text) {
 }
 
 void write_out(IniFile& file) {
-  if (!file.path.empty()) file_write_whole(file.path, text_of(file));
+  if (const std::string path = file_save_path(file.name); !path.empty()) file_write_whole(path, text_of(file));
   file.changed = false;
 }
 
@@ -112,12 +113,12 @@ BUILTIN_ADAPTER(ini_key_delete) { ini_key_delete(arg_text(args, 0), arg_text(arg
 
 }  // namespace
 
-void ini_open(const std::string& path) {
-  if (path.empty()) return;
+void ini_open(const std::string& name) {
+  if (name.empty()) return;
   if (g_open) write_out(*g_open);
   auto file = std::make_unique<IniFile>();
-  file->path = path;
-  std::ifstream in(path, std::ios::binary);
+  file->name = name;
+  std::ifstream in(file_read_path(name), std::ios::binary);
   file->sections = parse(std::string(std::istreambuf_iterator<char>(in), {}));
   g_open = std::move(file);
 }

@@ -6,9 +6,10 @@
 #include <string>
 #include <string_view>
 
-// Writes the open file if it was changed, then reads `path` (a missing file
-// is an empty one). An empty name does nothing.
-void ini_open(const std::string& path);
+// Writes the open file if it was changed, then reads `name` where the file
+// name rule finds it (a missing file is an empty one); it is written back
+// into the save area. An empty name does nothing.
+void ini_open(const std::string& name);
 // Writes the open file if it changed and closes it; its text.
 std::string ini_close();
 // The value of `key` in `section`, or `fallback`. Fatal without an open file.

@@ -7,6 +7,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/IO/WholeFile.h"
 
 namespace {
@@ -49,18 +50,26 @@ bool read_whole(const std::string& path, std::string& out) {
   return true;
 }
 
-int open_for_writing(const std::string& path, bool keep) {
+void tell_failed_open(const std::string& name) { debug_output("ERROR!!! :: Failed to open file: " + name + "\n"); }
+
+int open_for_writing(const std::string& name, bool keep) {
   const int h = free_handle();
   if (h < 0) return -1;
+  const std::string path = file_save_path(name);
+  if (path.empty()) {
+    tell_failed_open(name);
+    return -1;
+  }
   std::error_code ignored;
   const std::filesystem::path folder = std::filesystem::path(path).parent_path();
   if (!folder.empty()) std::filesystem::create_directories(folder, ignored);
   TextFile& f = g_files[static_cast<size_t>(h)];
   f = {Use::Writing, path, {}, 0};
-  if (keep) read_whole(path, f.text);
+  // A file kept from the bundle folder is copied into the save area.
+  if (keep) read_whole(file_read_path(name), f.text);
   // The file is made now, empty or as it was, so that a name that can't be written is told at once.
   if (!file_write_whole(path, f.text)) {
-    debug_output("ERROR!!! :: Failed to open file: " + path + "\n");
+    tell_failed_open(name);
     f = {};
     return -1;
   }
@@ -81,12 +90,13 @@ BUILTIN_ADAPTER(file_text_writeln) { file_text_writeln(arg_int32(args, 0)); }
 
 }  // namespace
 
-int file_text_open_read(const std::string& path) {
+int file_text_open_read(const std::string& name) {
   const int h = free_handle();
   if (h < 0) return -1;
   TextFile& f = g_files[static_cast<size_t>(h)];
-  if (!read_whole(path, f.text)) {
-    debug_output("ERROR!!! :: Failed to open file: " + path + "\n");
+  const std::string path = file_read_path(name);
+  if (path.empty() || !read_whole(path, f.text)) {
+    tell_failed_open(name);
     f = {};
     return -1;
   }

@@ -7,13 +7,16 @@
 #include <string>
 #include <string_view>
 
-// A handle for reading `path`, or -1 with a debug line when it can't be
+// File names follow the file name rule: read where the rule finds them,
+// written into the save area.
+//
+// A handle for reading `name`, or -1 with a debug line when it can't be
 // read. Fatal when 31 files are open already.
-int file_text_open_read(const std::string& path);
-// A handle for writing `path` anew (its missing folders are made), or -1.
-int file_text_open_write(const std::string& path);
+int file_text_open_read(const std::string& name);
+// A handle for writing `name` anew (its missing folders are made), or -1.
+int file_text_open_write(const std::string& name);
 // As for writing, keeping what the file holds.
-int file_text_open_append(const std::string& path);
+int file_text_open_append(const std::string& name);
 // Writes a file opened for writing and frees the handle.
 void file_text_close(int handle);
 // The text up to the next line end, which stays unread.

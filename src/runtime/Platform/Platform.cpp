@@ -3,9 +3,11 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <mutex>
 
 #include "runtime/Platform/Clipboard.h"
+#include "runtime/Platform/Desktop.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Platform/Headless.h"
 #include "runtime/Platform/Log.h"
@@ -16,6 +18,7 @@ namespace {
 int g_headless = -1;  // -1: not decided yet
 std::unique_ptr<Dialogs> g_dialogs;
 std::mutex g_dialogs_mutex;  // asynchronous dialogs reach for them from worker threads
+std::unique_ptr<FileChooser> g_file_chooser;
 void (*g_log)(const std::string&) = nullptr;
 
 }  // namespace
@@ -50,6 +53,25 @@ void set_dialogs(std::unique_ptr<Dialogs> d) {
   std::lock_guard lock(g_dialogs_mutex);
   g_dialogs = std::move(d);
 }
+
+// The answers of a headless run's file dialogs: the lines of the file that
+// VELANT_FILE_ANSWERS names.
+std::deque<std::string> scripted_answers() {
+  std::deque<std::string> answers;
+  const char* script = std::getenv("VELANT_FILE_ANSWERS");
+  if (!script) return answers;
+  std::ifstream file(script);
+  for (std::string line; std::getline(file, line);) answers.push_back(line);
+  return answers;
+}
+
+FileChooser& file_chooser() {
+  if (!g_file_chooser && !headless()) g_file_chooser = make_desktop_file_chooser();
+  if (!g_file_chooser) g_file_chooser = std::make_unique<ScriptedFileChooser>(scripted_answers());
+  return *g_file_chooser;
+}
+
+void set_file_chooser(std::unique_ptr<FileChooser> chooser) { g_file_chooser = std::move(chooser); }
 
 // A headless run has no desktop clipboard: it keeps one of its own, and so
 // does a run whose desktop refuses the text.

@@ -5,11 +5,11 @@
 // back rounded to float. A row without a setter is read-only.
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 
 #include "runtime/Code/Conversions.h"
 #include "runtime/Code/Error.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Collision.h"
@@ -25,16 +25,6 @@ namespace {
 
 using namespace instance_flag;
 
-// The folder that was current when the program started, with its separator.
-std::string start_folder() {
-  std::error_code failed;
-  std::string folder = std::filesystem::current_path(failed).string();
-  if (folder.empty() || folder.back() != std::filesystem::path::preferred_separator) {
-    folder += std::filesystem::path::preferred_separator;
-  }
-  return folder;
-}
-const std::string g_working_directory = start_folder();
 
 float to_float(const RValue& v) { return static_cast<float>(value_to_real(v)); }
 
@@ -200,7 +190,9 @@ void get_instance_count(CInstance*, int32_t, RValue& out) {
   out = RValue::number(static_cast<double>(count));
 }
 
-void get_working_directory(CInstance*, int32_t, RValue& out) { out = RValue::text(g_working_directory); }
+void get_working_directory(CInstance*, int32_t, RValue& out) { out = RValue::text(start_folder()); }
+void get_program_directory(CInstance*, int32_t, RValue& out) { out = RValue::text(program_folder()); }
+void get_temp_directory(CInstance*, int32_t, RValue& out) { out = RValue::text(temporary_folder()); }
 
 void get_fps(CInstance*, int32_t, RValue& out) { out = RValue::number(frame_state().fps); }
 // The rate the last frame's length would give over a whole second.
@@ -289,6 +281,8 @@ const Row global_rows[] = {
     {"room_speed", get_room_speed, set_room_speed},
     {"instance_count", get_instance_count, nullptr},
     {"working_directory", get_working_directory, nullptr},
+    {"program_directory", get_program_directory, nullptr},
+    {"temp_directory", get_temp_directory, nullptr},
     {"fps", get_fps, nullptr},
     {"fps_real", get_fps_real, nullptr},
     {"delta_time", get_delta_time, nullptr},

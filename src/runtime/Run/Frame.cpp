@@ -12,6 +12,7 @@
 #include "runtime/Code/FrameArena.h"
 #include "runtime/Graphics/Screen.h"
 #include "runtime/Graphics/SpriteDrawing.h"
+#include "runtime/IO/Http.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Room/Collision.h"
 #include "runtime/Object/Objects.h"
@@ -187,6 +188,7 @@ void run_outside_room() {
 // 15. Each finished piece of asynchronous work: its map as `async_load`,
 // its Other event on every instance that handles it; the map goes after.
 void run_async() {
+  http_deliver();
   for (const AsyncEvent& e : async_events_take()) {
     frame_state().async_load = e.map_id;
     event_dispatch(ev::OTHER, e.other_subtype);

@@ -2,6 +2,10 @@
 #include "runtime/Code/Registration.h"
 #include "runtime/Function/DateFunctions.h"
 #include "runtime/Function/SystemFunctions.h"
+#include "runtime/IO/BinaryFile.h"
+#include "runtime/IO/DesktopFunctions.h"
+#include "runtime/IO/FileNames.h"
+#include "runtime/IO/Http.h"
 #include "runtime/IO/IniFile.h"
 #include "runtime/IO/TextFile.h"
 #include "runtime/IO/WindowFunctions.h"
@@ -31,6 +35,10 @@ void register_runtime_builtins() {
   register_window_builtins();
   register_ini_builtins();
   register_text_file_builtins();
+  register_file_name_builtins();
+  register_binary_file_builtins();
+  register_desktop_builtins();
+  register_http_builtins();
   register_instance_builtins();
   register_sprite_builtins();
   register_collision_builtins();

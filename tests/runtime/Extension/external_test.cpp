@@ -11,6 +11,7 @@
 #include "runtime/Code/Error.h"
 #include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
+#include "support/DebugLines.h"
 #include "support/Fatal.h"
 #include "support/TempFolder.h"
 
@@ -48,19 +49,6 @@ double define(const char* function, int result_type, std::vector<int> types) {
 RValue call_row(double index, std::vector<RValue> args) {
   args.insert(args.begin(), num(index));
   return call("external_call", std::move(args));
-}
-
-// What the debug stream receives while `body` runs.
-std::string debug_lines(const std::function<void()>& body) {
-  std::FILE* file = std::tmpfile();
-  set_debug_output_file(file);
-  body();
-  set_debug_output_file(nullptr);
-  std::string all(4096, '\0');
-  std::rewind(file);
-  all.resize(std::fread(all.data(), 1, all.size(), file));
-  std::fclose(file);
-  return all;
 }
 
 class External : public ::testing::Test {

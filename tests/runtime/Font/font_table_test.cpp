@@ -7,7 +7,7 @@
 #include "runtime/Font/GlyphPage.h"
 #include "runtime/Font/TextLayout.h"
 #include "runtime/Support/AssetIndex.h"
-#include "support/TempFolder.h"
+#include "support/SaveArea.h"
 
 namespace {
 
@@ -89,7 +89,7 @@ TEST_F(FontTest, EveryNameProgramsUseFindsAFaceAndFacesMeasureDifferently) {
 }
 
 TEST_F(FontTest, FilesAreTriedInOrderFromTheWorkingDirectoryOn) {
-  TempFolder folder("velant_font");
+  SaveArea folder("velant_font");
   fs::copy_file(system_font_file("DejaVuSansMono.ttf"), folder / "Arial.ttf");
   const fs::path previous = fs::current_path();
   fs::current_path(folder.path());
@@ -111,7 +111,7 @@ TEST_F(FontTest, FilesAreTriedInOrderFromTheWorkingDirectoryOn) {
 }
 
 TEST_F(FontTest, FontAddFailuresWriteFreeTypesWordsAndGiveMinusOne) {
-  TempFolder folder("velant_font");
+  SaveArea folder("velant_font");
   const std::string broken = folder.write("rotto.ttf", "questo non è un font").string();
   const std::string bitmap = folder.write("bitmap.bdf", bitmap_font("ISO10646")).string();
   const std::string symbols = folder.write("simboli.bdf", bitmap_font("FontSpecific")).string();

@@ -15,7 +15,7 @@
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
-#include "support/TempFolder.h"
+#include "support/SaveArea.h"
 
 struct Rgba {
   int r, g, b, a;
@@ -58,5 +58,5 @@ class GraphicsTest : public ::testing::Test {
   // The path of `name` in the test's own folder, gone with the test.
   std::string file(const std::string& name) const { return (files_ / name).string(); }
 
-  TempFolder files_{"velant_graphics"};
+  SaveArea files_{"velant_graphics"};
 };

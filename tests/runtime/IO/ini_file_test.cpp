@@ -9,7 +9,7 @@
 #include <iterator>
 
 #include "support/Fatal.h"
-#include "support/TempFolder.h"
+#include "support/SaveArea.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ std::string read(const std::filesystem::path& path) {
 }
 
 TEST(IniFile, AByteOrderMarkAndCrLfReadAsPlainText) {
-  const TempFolder folder;
+  const SaveArea folder;
   for (const char* text : {"[opzioni]\nvolume=\"0.5\"\ntema=scuro\nrumore\n",
                            "\xEF\xBB\xBF[opzioni]\r\nvolume=\"0.5\"\r\n tema = scuro \r\nrumore\r\n"}) {
     ini_open(folder.write("opzioni.ini", text).string());
@@ -34,7 +34,7 @@ TEST(IniFile, AByteOrderMarkAndCrLfReadAsPlainText) {
 }
 
 TEST(IniFile, WritesPutNewKeysFirstAndReachTheDiskAtCloseOrFlush) {
-  const TempFolder folder;
+  const SaveArea folder;
   const auto path = folder / "setting.ini";
   ini_open(path.string());
   ini_write_real("Progetti", "totale", 1);

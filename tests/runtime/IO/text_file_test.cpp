@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "support/Fatal.h"
-#include "support/TempFolder.h"
+#include "support/SaveArea.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ std::string read(const std::filesystem::path& path) {
 }
 
 TEST(TextFile, LinesWrittenWithCrLfAreReadBackLineByLine) {
-  const TempFolder folder;
+  const SaveArea folder;
   const std::string path = (folder / "cartella/punteggi.txt").string();
   const int out = file_text_open_write(path);
   ASSERT_GE(out, 1);
@@ -49,7 +49,7 @@ TEST(TextFile, LinesWrittenWithCrLfAreReadBackLineByLine) {
 }
 
 TEST(TextFile, AThirtySecondOpenFileAndWrongHandlesAreFatal) {
-  const TempFolder folder;
+  const SaveArea folder;
   const std::string path = folder.write("uno.txt", "x").string();
   std::vector<int> handles;
   for (int k = 0; k < 31; ++k) handles.push_back(file_text_open_read(path));

@@ -1,10 +1,14 @@
 #include "runtime/Platform/Files.h"
 
 #include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <string>
 
 namespace platform {
 
@@ -23,12 +27,23 @@ bool write_all(int fd, std::string_view bytes) {
 
 }  // namespace
 
+std::string user_data_folder() {
+  if (const char* data = std::getenv("XDG_DATA_HOME"); data && data[0] == '/') return data;
+  const char* home = std::getenv("HOME");
+  if (!home || !*home) {
+    const passwd* user = ::getpwuid(::getuid());
+    home = user ? user->pw_dir : "/tmp";
+  }
+  return std::string(home) + "/.local/share";
+}
+
 bool write_file_atomically(const std::string& path, std::string_view bytes) {
   // Beside the file, so that the rename stays on one file system and is atomic.
-  const std::string temporary = path + ".velant-" + std::to_string(::getpid()) + ".tmp";
-  const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  // Its name is unique, so that two threads writing one file never share it.
+  std::string temporary = path + ".velant-XXXXXX";
+  const int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (fd < 0) return false;
-  const bool written = write_all(fd, bytes) && ::fsync(fd) == 0;
+  const bool written = ::fchmod(fd, 0644) == 0 && write_all(fd, bytes) && ::fsync(fd) == 0;
   const bool closed = ::close(fd) == 0;
   if (!written || !closed || std::rename(temporary.c_str(), path.c_str()) != 0) {
     ::unlink(temporary.c_str());
