@@ -3,6 +3,7 @@
 #include "environment/editor_ctrl.h"
 #include "families/families.h"
 #include "environment/main_code_ctrl.h"
+#include "environment/text_control/input_text.h"
 #include "language/evaluation/program_instance.h"
 #include "language/evaluation/run_end.h"
 #include "language/tokenizer/sound_assets.h"
@@ -22,6 +23,7 @@ void define_environment(Startup startup) {
   const int32_t editor = define_editor_ctrl();
   const int32_t run_button = define_tasto_esegui();
   const int32_t runner = define_main_code_ctrl();
+  define_obj_input_text();
 
   RoomDescription intro{"Intro", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT};
   // The start of the environment: the editor's controller, which lives on

@@ -16,7 +16,7 @@
 #include "runtime/Room/Room.h"
 #include "runtime/Run/Frame.h"
 #include "support/MessageRecorder.h"
-#include "support/TempFolder.h"
+#include "support/SaveArea.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ class RunPath : public ::testing::Test {
   }
 
   const std::filesystem::path previous_ = std::filesystem::current_path();
-  TempFolder folder_{"velant_path"};
+  SaveArea folder_{"velant_path"};
   std::vector<std::string> messages_;
 };
 

@@ -263,6 +263,26 @@ void draw_surface(double surface, double x, double y) {
             {x, y, 0, 0, 1, 1, 0, plain_tint()});
 }
 
+void draw_surface_selected(double surface, double mask, double x, double y, double xscale, double yscale,
+                           double angle, const SelectionColours& colours) {
+  const auto channels = [](double colour, double alpha, float (&out)[4]) {
+    const auto c = static_cast<uint32_t>(colour);
+    out[0] = static_cast<float>(c & 0xFF) / 255.0f;
+    out[1] = static_cast<float>((c >> 8) & 0xFF) / 255.0f;
+    out[2] = static_cast<float>((c >> 16) & 0xFF) / 255.0f;
+    out[3] = static_cast<float>(alpha);
+  };
+  float text[4], background[4];
+  channels(colours.text, colours.text_alpha, text);
+  channels(colours.background, colours.background_alpha, background);
+  // The mask holds for these draws alone: what is batched before and after draws plainly.
+  batch_flush();
+  platform::gpu().set_selection_mask(surface_texture(mask), text, background);
+  draw_surface_ext(surface, x, y, xscale, yscale, angle, COLOUR_WHITE, draw_state().alpha);
+  batch_flush();
+  platform::gpu().set_selection_mask(0, text, background);
+}
+
 void draw_surface_ext(double surface, double x, double y, double xscale, double yscale, double angle, double colour,
                       double alpha) {
   draw_part(surface, 0, 0, surface_get_width(surface), surface_get_height(surface),

@@ -39,6 +39,15 @@ bool surface_save(double surface, const std::string& file);
 void draw_surface(double surface, double x, double y);
 void draw_surface_ext(double surface, double x, double y, double xscale, double yscale, double angle, double colour,
                       double alpha);
+// Selected text, as red, green, blue colours with their alphas.
+struct SelectionColours {
+  double text, text_alpha, background, background_alpha;
+};
+// draw_surface_ext, with the pixels that `mask` covers (a surface of the
+// same size) painted as selected text: the surface's shapes in the text
+// colour over the background colour.
+void draw_surface_selected(double surface, double mask, double x, double y, double xscale, double yscale,
+                           double angle, const SelectionColours& colours);
 void draw_surface_stretched(double surface, double x, double y, double width, double height);
 void draw_surface_part(double surface, double left, double top, double width, double height, double x, double y);
 

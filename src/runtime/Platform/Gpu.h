@@ -84,6 +84,11 @@ class Gpu {
   // order of `indices` where there are any.
   virtual void draw(Primitive type, TextureId texture, std::span<const Vertex> vertices,
                     std::span<const uint32_t> indices) = 0;
+  // Textured draws from now on paint the pixels that `mask` covers (its
+  // alpha at the same texture place) as selected text: the texture's shape
+  // in `text` over `background`, colours as red, green, blue, alpha from 0
+  // to 1. A mask of 0 goes back to plain drawing.
+  virtual void set_selection_mask(TextureId mask, const float (&text)[4], const float (&background)[4]) = 0;
   // The draw calls made since the last reset, for measurements.
   virtual uint64_t draw_calls() const = 0;
   virtual void reset_draw_calls() = 0;

@@ -29,7 +29,7 @@ bool load_functions(Functions& f) {
          load(f.CreateProgram, "glCreateProgram") && load(f.AttachShader, "glAttachShader") &&
          load(f.LinkProgram, "glLinkProgram") && load(f.GetProgramiv, "glGetProgramiv") &&
          load(f.UseProgram, "glUseProgram") && load(f.GetUniformLocation, "glGetUniformLocation") &&
-         load(f.UniformMatrix4fv, "glUniformMatrix4fv") && load(f.Uniform1i, "glUniform1i") &&
+         load(f.UniformMatrix4fv, "glUniformMatrix4fv") && load(f.Uniform1i, "glUniform1i") && load(f.Uniform4f, "glUniform4f") &&
          load(f.GenVertexArrays, "glGenVertexArrays") && load(f.BindVertexArray, "glBindVertexArray") &&
          load(f.GenBuffers, "glGenBuffers") && load(f.BindBuffer, "glBindBuffer") &&
          load(f.BufferData, "glBufferData") && load(f.VertexAttribPointer, "glVertexAttribPointer") &&

@@ -41,6 +41,29 @@ out vec4 colour;
 void main() { colour = texture(image, v_uv) * v_colour; }
 )";
 
+// Selected text: where the mask is set, the texture's shape in the text
+// colour over the background colour; elsewhere the texture as it is.
+constexpr const char* SELECTION_FRAGMENT_SHADER = R"(#version 330 core
+in vec4 v_colour;
+in vec2 v_uv;
+uniform sampler2D image;
+uniform sampler2D mask;
+uniform vec4 text_colour;
+uniform vec4 background;
+out vec4 colour;
+void main() {
+  vec4 c = texture(image, v_uv) * v_colour;
+  if (texture(mask, v_uv).a < 0.5) {
+    colour = c;
+    return;
+  }
+  float t = text_colour.a * c.a;
+  float a = t + background.a * (1.0 - t);
+  vec3 rgb = a > 0.0 ? (text_colour.rgb * t + background.rgb * background.a * (1.0 - t)) / a : vec3(0.0);
+  colour = vec4(rgb, a);
+}
+)";
+
 // Shapes without a texture: the colour alone, with no texture to sample;
 // or a regular polygon in its quad, worked out for each pixel: the edge of
 // the polygon's sector that the pixel lies in decides whether it is inside,
@@ -260,7 +283,7 @@ class GlGpu final : public Gpu {
       for (int column = 0; column < 4; ++column) matrix[column * 4 + 1] = -matrix[column * 4 + 1];
     }
     const TextureRecord* record = texture ? find(texture) : nullptr;
-    const Pipeline& pipeline = record ? textured_ : plain_;
+    const Pipeline& pipeline = !record ? plain_ : selection_mask_ ? selection_ : textured_;
     if (&pipeline != in_use_) {
       f_.UseProgram(pipeline.program);
       in_use_ = &pipeline;
@@ -285,6 +308,20 @@ class GlGpu final : public Gpu {
       f_.Finish();
       vertices_since_finish_ = draws_since_finish_ = 0;
     }
+  }
+
+  void set_selection_mask(TextureId mask, const float (&text)[4], const float (&background)[4]) override {
+    const TextureRecord* record = mask ? find(mask) : nullptr;
+    selection_mask_ = record ? mask : 0;
+    if (!record || !ready()) return;
+    f_.UseProgram(selection_.program);
+    in_use_ = &selection_;
+    f_.Uniform4f(f_.GetUniformLocation(selection_.program, "text_colour"), text[0], text[1], text[2], text[3]);
+    f_.Uniform4f(f_.GetUniformLocation(selection_.program, "background"), background[0], background[1],
+                 background[2], background[3]);
+    f_.ActiveTexture(GL_TEXTURE1);
+    f_.BindTexture(GL_TEXTURE_2D, record->name);
+    f_.ActiveTexture(GL_TEXTURE0);
   }
 
   uint64_t draw_calls() const override { return draw_calls_; }
@@ -356,7 +393,12 @@ class GlGpu final : public Gpu {
   bool make_pipeline() {
     textured_.program = link(VERTEX_SHADER, FRAGMENT_SHADER);
     plain_.program = link(PLAIN_VERTEX_SHADER, PLAIN_FRAGMENT_SHADER);
-    if (!textured_.program || !plain_.program) return false;
+    selection_.program = link(VERTEX_SHADER, SELECTION_FRAGMENT_SHADER);
+    if (!textured_.program || !plain_.program || !selection_.program) return false;
+    selection_.transform_location = f_.GetUniformLocation(selection_.program, "transform");
+    f_.UseProgram(selection_.program);
+    f_.Uniform1i(f_.GetUniformLocation(selection_.program, "image"), 0);
+    f_.Uniform1i(f_.GetUniformLocation(selection_.program, "mask"), 1);
     textured_.transform_location = f_.GetUniformLocation(textured_.program, "transform");
     plain_.transform_location = f_.GetUniformLocation(plain_.program, "transform");
     f_.UseProgram(textured_.program);
@@ -400,7 +442,8 @@ class GlGpu final : public Gpu {
     GLuint program = 0;
     GLint transform_location = -1;
   };
-  Pipeline textured_, plain_;
+  Pipeline textured_, plain_, selection_;
+  TextureId selection_mask_ = 0;  // the mask of selected text, 0 when none is in use
   const Pipeline* in_use_ = nullptr;
   GLuint target_framebuffer_ = 0;
   TextureId target_texture_ = 0;  // the render target drawn on, 0 for the window

@@ -1,0 +1,134 @@
+// Drawing obj_input_text: the text and the selection on two surfaces,
+// redrawn only when something changed, then shown through the selection
+// pass; the caret last.
+#include <algorithm>
+#include <cmath>
+
+#include "environment/text_control/input_text.h"
+#include "runtime/Font/TextState.h"
+#include "runtime/Graphics/DrawState.h"
+#include "runtime/Graphics/Primitives.h"
+#include "runtime/Graphics/Surfaces.h"
+#include "runtime/Graphics/TextDrawing.h"
+#include "runtime/IO/Input.h"
+
+namespace {
+
+constexpr double CARET_WIDTH = 2;
+constexpr int BLEND_ZERO = 1, BLEND_ONE = 2;
+
+// The draw state the widget changes, put back when it is done.
+class SavedDrawState {
+ public:
+  SavedDrawState() : text_(text_state()), colour_(draw_state().colour), alpha_(draw_state().alpha) {
+    blend_[0] = draw_state().blend_source;
+    blend_[1] = draw_state().blend_destination;
+  }
+  ~SavedDrawState() {
+    draw_set_font(text_.font);
+    draw_set_halign(text_.halign);
+    draw_set_valign(text_.valign);
+    draw_state().colour = colour_;
+    draw_state().alpha = alpha_;
+    set_blend_mode(blend_[0], blend_[1]);
+  }
+
+ private:
+  TextState text_;
+  uint32_t colour_;
+  double alpha_;
+  int blend_[2];
+};
+
+bool ensure_surface(int32_t& surface, double width, double height) {
+  if (surface_exists(surface)) return false;
+  surface = surface_create(std::max(1.0, width), std::max(1.0, height));
+  return true;
+}
+
+}  // namespace
+
+void ObjInputText::draw_surfaces() {
+  const bool lost = ensure_surface(sf_main, width + eoln_width, height) |
+                    ensure_surface(sf_selection, width + eoln_width, height);
+  if (!update_surfaces && !lost) return;
+  update_surfaces = false;
+  const SavedDrawState saved;
+  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
+  const double base_y = (v_align == 1 ? height / 2 : v_align == 2 ? height : 0) + v_align_offset;
+
+  surface_set_target(sf_main);
+  draw_clear_alpha(0, 0);
+  // Each text pixel is written as it is, alpha included, for the pass that shows the surface.
+  set_blend_mode(BLEND_ONE, BLEND_ZERO);
+  draw_set_font(font);
+  draw_set_halign(h_align);
+  draw_set_valign(0);
+  draw_state().colour = color;
+  draw_state().alpha = alpha;
+  draw_text_ext(base_x + offset_x, base_y + offset_y, text_draw, line_separation, -1);
+  surface_reset_target();
+
+  surface_set_target(sf_selection);
+  draw_clear_alpha(0, 0);
+  if (has_selection()) {
+    draw_state().colour = 0xFFFFFF;
+    draw_state().alpha = 1;
+    const int from = selection_start_ordered - 1, to = selection_end_ordered - 1;  // 0-based [from, to)
+    for (int line = selection_start_line_ordered; line <= selection_end_line_ordered && line < lines; ++line) {
+      const int start = new_line_list[static_cast<size_t>(line)], end = visible_end(line);
+      const double shift = h_align == 1 ? -width_of(start, end) / 2 : h_align == 2 ? -width_of(start, end) : 0;
+      const double left = base_x + offset_x + shift + width_of(start, std::max(from, start));
+      double right = base_x + offset_x + shift + width_of(start, std::min(to, end));
+      // A selected line end shows as a little more.
+      if (end < to && end < static_cast<int>(text.size()) && text[static_cast<size_t>(end)] == U'\n') right += eoln_width;
+      const double top = base_y + offset_y + line * line_separation;
+      draw_rectangle(left, top, right - 1, top + line_separation - 1, false);
+    }
+  }
+  surface_reset_target();
+}
+
+void ObjInputText::draw_widget() {
+  draw_surfaces();
+  const double sx = global_scale_x * local_scale_x, sy = global_scale_y * local_scale_y;
+  if (shaders) {
+    draw_surface_selected(sf_main, sf_selection, x, y, sx, sy, image_angle,
+                          {static_cast<double>(selection_color_text), selection_alpha_text,
+                           static_cast<double>(selection_color_background), selection_alpha_background});
+  } else {
+    draw_surface_ext(sf_selection, x, y, sx, sy, image_angle, selection_color_background, selection_alpha_background);
+    draw_surface_ext(sf_main, x, y, sx, sy, image_angle, 0xFFFFFF, 1);
+  }
+  if (!enabled || has_selection() || mouse_button_down(MOUSE_RIGHT)) return;
+  double shown = cursor_timer > 0 ? 1 : 0;
+  if (cursor_style != 0) {
+    const double ratio = std::clamp(cursor_timer / cursor_time, -1.0, 1.0);
+    shown = cursor_style == 1 ? std::max(0.0, ratio) * std::max(0.0, ratio) : ratio * ratio;
+  }
+  if (shown <= 0) return;
+  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
+  const double base_y = v_align == 1 ? height / 2 : v_align == 2 ? height : 0;
+  const double cx = (base_x + cursor_offset_x + offset_x) * sx, cy = (base_y + cursor_offset_y + offset_y) * sy;
+  const double angle = -image_angle * M_PI / 180;
+  const double px = x + cx * std::cos(angle) - cy * std::sin(angle);
+  const double py = y + cx * std::sin(angle) + cy * std::cos(angle);
+  const SavedDrawState saved;
+  draw_state().colour = color;
+  draw_state().alpha = alpha * shown;
+  draw_rectangle(px, py, px + CARET_WIDTH * sx - 1, py + char_height * sy - 1, false);
+}
+
+void ObjInputText::draw() {
+  if (!draw_end) draw_widget();
+}
+
+void ObjInputText::draw_at_end() {
+  if (draw_end) draw_widget();
+}
+
+void ObjInputText::destroy() {
+  if (surface_exists(sf_main)) surface_free(sf_main);
+  if (surface_exists(sf_selection)) surface_free(sf_selection);
+  sf_main = sf_selection = -1;
+}
