@@ -10,6 +10,7 @@
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/SpriteDrawing.h"
+#include "runtime/IO/FileNames.h"
 #include "runtime/Graphics/Surfaces.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
@@ -29,7 +30,10 @@ int32_t disc_sprite() {
       p[3] = d < 64 ? 255 : 0;
     }
   }
-  const std::string file = (std::filesystem::temp_directory_path() / "velant_bench_disc.png").string();
+  // The temporary folder is where the program's files are, as the save area would be.
+  const std::string folder = std::filesystem::temp_directory_path().string();
+  file_folders_set({folder, folder, ""});
+  const std::string file = folder + "/velant_bench_disc.png";
   image_save_png(file, image);
   const int32_t sprite = sprite_add(file, 1, false, false, 8, 8);
   std::filesystem::remove(file);

@@ -92,7 +92,10 @@ void ObjInputText::draw_surfaces() {
 void ObjInputText::draw_widget() {
   draw_surfaces();
   const double sx = global_scale_x * local_scale_x, sy = global_scale_y * local_scale_y;
-  if (shaders) {
+  if (!has_selection()) {
+    // Nothing selected: the text alone, without the selection pass.
+    draw_surface_ext(sf_main, x, y, sx, sy, image_angle, 0xFFFFFF, 1);
+  } else if (shaders) {
     draw_surface_selected(sf_main, sf_selection, x, y, sx, sy, image_angle,
                           {static_cast<double>(selection_color_text), selection_alpha_text,
                            static_cast<double>(selection_color_background), selection_alpha_background});
