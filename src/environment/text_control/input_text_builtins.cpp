@@ -3,6 +3,7 @@
 // make and drive text boxes.
 #include <algorithm>
 
+#include "environment/text_control/edit_menu.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Font/TextLayout.h"
@@ -179,6 +180,7 @@ int32_t define_obj_input_text() {
                  .on(ev::DESTROY, 0, &ObjInputText::destroy)
                  .flags(object_flag::VISIBLE)
                  .index();
+  define_edit_menu();
   builtin_register("input_text_create", builtin_input_text_create, 16);
   builtin_register("input_text_create_multiline", builtin_input_text_create_multiline, 6);
   builtin_register("input_text_create_multiline_ext", builtin_input_text_create_multiline_ext, 15);

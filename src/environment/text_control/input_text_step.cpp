@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "environment/rooms.h"
+#include "environment/text_control/edit_menu.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Function/MathFunctions.h"
 #include "runtime/Function/SystemFunctions.h"
@@ -109,7 +110,7 @@ int ObjInputText::choose_action(Chars& insertion) {
     return ACTION_CARET;
   }
   const bool fresh_click = mouse_button_pressed(MOUSE_LEFT) && mouse_x() >= x && mouse_x() <= x + width &&
-                           mouse_y() >= y && mouse_y() <= y + height;
+                           mouse_y() >= y && mouse_y() <= y + height && !edit_menu_under_pointer();
   const bool drag = selection_enabled && mouse_button_down(MOUSE_LEFT) && !mouse_button_pressed(MOUSE_LEFT) &&
                     (mouse_x() != m_x_previous || mouse_y() != m_y_previous) && pressed_inside_;
   const bool vertical_key =
@@ -262,6 +263,11 @@ void ObjInputText::update_blink(bool caret_moved) {
 }
 
 void ObjInputText::step() {
+  // A right click on the code box opens the menu of its text.
+  if (in_editor_room() && mouse_button_pressed(MOUSE_RIGHT) && mouse_x() >= x && mouse_x() <= x + width &&
+      mouse_y() >= y && mouse_y() <= y + height) {
+    edit_menu_open(*this);
+  }
   if (enabled) {
     ++enabled_step;
     update_key_repeat();
