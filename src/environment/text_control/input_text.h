@@ -159,6 +159,7 @@ class ObjInputText : public CInstance {
 
   bool keep_selection_ = false;  // a select-all or a double click made the selection of this Step
   bool pressed_inside_ = false;  // the left button went down in the box and is still held
+  bool selection_drawn_ = false;  // the selection surface holds a selection
 };
 
 // Characters of words: ASCII letters and digits and the Latin-1 letters.

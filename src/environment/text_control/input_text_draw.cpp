@@ -69,6 +69,9 @@ void ObjInputText::draw_surfaces() {
   draw_text_ext(base_x + offset_x, base_y + offset_y, text_draw, line_separation, -1);
   surface_reset_target();
 
+  // A selection surface left clear stays so until there is a selection to draw.
+  if (!has_selection() && !selection_drawn_ && !lost) return;
+  selection_drawn_ = has_selection();
   surface_set_target(sf_selection);
   draw_clear_alpha(0, 0);
   if (has_selection()) {
