@@ -154,12 +154,17 @@ class ObjInputText : public CInstance {
   void scroll_to_caret();
   double width_of(int from, int to) const;  // 0-based [from, to)
   void draw_surfaces();
+  // The text's lines onto the text surface, at (left, top): all of them, or those that changed.
+  void draw_text_lines(bool lost, double left, double top);
   void draw_widget();
   Chars selected() const;
 
   bool keep_selection_ = false;  // a select-all or a double click made the selection of this Step
   bool pressed_inside_ = false;  // the left button went down in the box and is still held
   bool selection_drawn_ = false;  // the selection surface holds a selection
+  // What the text surface holds: the lines of text_draw, drawn from (drawn_left_, drawn_top_).
+  std::vector<std::string> drawn_lines_;
+  double drawn_left_ = 0, drawn_top_ = 0;
 };
 
 // Characters of words: ASCII letters and digits and the Latin-1 letters.

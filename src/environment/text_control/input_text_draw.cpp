@@ -48,6 +48,49 @@ bool ensure_surface(int32_t& surface, double width, double height) {
 
 }  // namespace
 
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  size_t from = 0;
+  for (size_t feed; (feed = text.find('\n', from)) != std::string::npos; from = feed + 1) {
+    lines.push_back(text.substr(from, feed - from));
+  }
+  lines.push_back(text.substr(from));
+  return lines;
+}
+
+void ObjInputText::draw_text_lines(bool lost, double left, double top) {
+  std::vector<std::string> now = lines_of(text_draw);
+  // Typing changes a line or two: where the text stands as it did, only the lines that changed are drawn again.
+  size_t first = 0, last_old = drawn_lines_.size(), last_new = now.size();
+  const bool same_place = !lost && left == drawn_left_ && top == drawn_top_ && !drawn_lines_.empty();
+  if (same_place) {
+    while (first < last_old && first < last_new && drawn_lines_[first] == now[first]) ++first;
+    while (last_old > first && last_new > first && drawn_lines_[last_old - 1] == now[last_new - 1] &&
+           last_old == last_new) {
+      --last_old;
+      --last_new;
+    }
+    const double from_y = top + static_cast<double>(first) * line_separation;
+    const double to_y = top + static_cast<double>(std::max(last_old, last_new)) * line_separation;
+    if (to_y > from_y) {
+      draw_state().alpha = 0;
+      draw_rectangle(0, from_y, width + eoln_width, to_y - 1, false);
+    }
+  } else {
+    draw_clear_alpha(0, 0);
+    first = 0;
+    last_new = now.size();
+  }
+  draw_state().colour = color;
+  draw_state().alpha = alpha;
+  for (size_t line = first; line < last_new; ++line) {
+    if (!now[line].empty()) draw_text(left, top + static_cast<double>(line) * line_separation, now[line]);
+  }
+  drawn_lines_ = std::move(now);
+  drawn_left_ = left;
+  drawn_top_ = top;
+}
+
 void ObjInputText::draw_surfaces() {
   const bool lost = ensure_surface(sf_main, width + eoln_width, height) |
                     ensure_surface(sf_selection, width + eoln_width, height);
@@ -58,15 +101,12 @@ void ObjInputText::draw_surfaces() {
   const double base_y = (v_align == 1 ? height / 2 : v_align == 2 ? height : 0) + v_align_offset;
 
   surface_set_target(sf_main);
-  draw_clear_alpha(0, 0);
   // Each text pixel is written as it is, alpha included, for the pass that shows the surface.
   set_blend_mode(BLEND_ONE, BLEND_ZERO);
   draw_set_font(font);
   draw_set_halign(h_align);
   draw_set_valign(0);
-  draw_state().colour = color;
-  draw_state().alpha = alpha;
-  draw_text_ext(base_x + offset_x, base_y + offset_y, text_draw, line_separation, -1);
+  draw_text_lines(lost, base_x + offset_x, base_y + offset_y);
   surface_reset_target();
 
   // A selection surface left clear stays so until there is a selection to draw.
@@ -95,8 +135,12 @@ void ObjInputText::draw_surfaces() {
 void ObjInputText::draw_widget() {
   draw_surfaces();
   const double sx = global_scale_x * local_scale_x, sy = global_scale_y * local_scale_y;
-  if (!has_selection()) {
-    // Nothing selected: the text alone, without the selection pass.
+  if (!has_selection() && sx == 1 && sy == 1 && image_angle == 0 && h_align == 0 && v_align == 0) {
+    // Nothing selected, nothing turned or scaled: the part of the text surface that holds text, alone.
+    const double used_width = std::clamp(offset_x + text_width + eoln_width, 0.0, width + eoln_width);
+    const double used_height = std::clamp(offset_y + text_height, 0.0, height);
+    if (used_width > 0 && used_height > 0) draw_surface_part(sf_main, 0, 0, used_width, used_height, x, y);
+  } else if (!has_selection()) {
     draw_surface_ext(sf_main, x, y, sx, sy, image_angle, 0xFFFFFF, 1);
   } else if (shaders) {
     draw_surface_selected(sf_main, sf_selection, x, y, sx, sy, image_angle,
