@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "runtime/Code/Error.h"
 #include "runtime/IO/FileNames.h"
 
 namespace fs = std::filesystem;
@@ -24,6 +25,7 @@ std::string bundle_folder() {
 bool prepare_folders(const std::string& run_file_folder, std::string& problem) {
   const std::string save_area = user_data_folder() + APPLICATION_FOLDER + "/";
   file_folders_set({save_area, bundle_folder(), run_file_folder});
+  debug_output("SavePrePend = " + file_folders().save_area + "\n");
   std::error_code failed;
   for (const char* folder : SAVE_AREA_FOLDERS) {
     fs::create_directories(save_area + folder, failed);

@@ -37,13 +37,20 @@ void forget_undo(ObjInputText& box) {
 bool code_box_enter(ObjInputText& box, CodeBoxSlides& slides) {
   if (box.lines < SLIDE_LINES) return false;
   const int page = slides.slide_index;
-  const int caret = box.caret();
-  const bool on_last_row = box.cursor_line >= SLIDE_LINES - 1;
+  // Selected text is replaced by the line feed, as by any edit.
+  Chars chars = box.text;
+  int caret = box.caret();
+  if (box.has_selection()) {
+    chars.erase(chars.begin() + (box.selection_start_ordered - 1), chars.begin() + (box.selection_end_ordered - 1));
+    caret = box.selection_start_ordered;
+    box.selection_start = box.selection_end = 0;
+  }
+  const bool on_last_row = box.cursor_line == SLIDE_LINES - 1;
   forget_undo(box);
 
   // The line feed goes in at the caret, and the page's last line moves on.
-  std::string text = box.text_utf8();
-  const size_t at = utf8_of(box.text, 0, static_cast<size_t>(caret - 1)).size();
+  std::string text = utf8_of(chars);
+  const size_t at = utf8_of(chars, 0, static_cast<size_t>(caret - 1)).size();
   text.insert(at, caret == 1 ? " \n" : "\n");
   const std::string moved = take_last_line(text);
   if (page == slides.n_slide) add_slide(slides);

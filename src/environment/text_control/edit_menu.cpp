@@ -42,7 +42,8 @@ std::array<int32_t, 5> g_objects{-1, -1, -1, -1, -1};
 // The box's text with [from, to) replaced by `utf8`, the caret behind it; the box takes it at its next Step.
 void replace_in_box(ObjInputText& box, int from, int to, std::string_view utf8) {
   Chars text = box.text;
-  const Chars inserted = chars_of(utf8);
+  Chars inserted = chars_of(utf8);
+  std::erase(inserted, U'\r');  // as the box will take it
   text.erase(text.begin() + (from - 1), text.begin() + (to - 1));
   text.insert(text.begin() + (from - 1), inserted.begin(), inserted.end());
   box.set_text_from_outside(utf8_of(text));
@@ -119,13 +120,13 @@ class EditMenuEntry : public CInstance {
 
 }  // namespace
 
-void edit_menu_open(ObjInputText& box) {
+void edit_menu_open(ObjInputText& box, bool open_new) {
   for (const int32_t object : g_objects) {
     if (const CObject* o = object_get(object)) {
       for (CInstance* open : std::vector<CInstance*>(o->instances.begin(), o->instances.end())) instance_destroy(*open);
     }
   }
-  if (!box.selection_enabled || window_get_cursor() != CURSOR_TEXT_BEAM) return;
+  if (!open_new || !box.selection_enabled || window_get_cursor() != CURSOR_TEXT_BEAM) return;
   for (size_t k = 0; k < ENTRIES.size(); ++k) {
     auto* made = static_cast<EditMenuEntry*>(instance_create(static_cast<float>(mouse_x()),
                                                              static_cast<float>(mouse_y()), g_objects[k], MENU_DEPTH));

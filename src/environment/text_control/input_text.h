@@ -139,7 +139,10 @@ class ObjInputText : public CInstance {
   void update_key_repeat();
   void update_blink(bool caret_moved);
   // Where the caret goes for a click, a drag or Up, Down, Page Up, Page Down; true for a double click.
-  bool place_caret(bool fresh_click);
+  bool place_caret(bool fresh_click, bool by_pointer);
+  // The pointer in the box's own pixels: turned back by its angle, divided by its scales.
+  void pointer(double& px, double& py) const;
+  bool pointer_inside() const;
   void select_word();
   int line_of(int position) const;
   int visible_end(int line) const;  // 0-based offset after the line's last shown character

@@ -7,23 +7,24 @@
 #include "runtime/Function/MathFunctions.h"
 #include "runtime/IO/Input.h"
 
-namespace {
-
-// The pointer in the box's own pixels: turned back by its angle, divided by its scales.
-void pointer_in_box(const ObjInputText& box, double& px, double& py) {
-  px = mouse_x() - box.x;
-  py = mouse_y() - box.y;
-  if (box.image_angle != 0) {
-    const double a = box.image_angle * M_PI / 180, c = std::cos(a), s = std::sin(a);
+void ObjInputText::pointer(double& px, double& py) const {
+  px = mouse_x() - x;
+  py = mouse_y() - y;
+  if (image_angle != 0) {
+    const double a = image_angle * M_PI / 180, c = std::cos(a), s = std::sin(a);
     const double rx = px * c - py * s, ry = px * s + py * c;
     px = rx;
     py = ry;
   }
-  px = box.image_xscale != 0 ? px / box.image_xscale : 0;
-  py = box.image_yscale != 0 ? py / box.image_yscale : 0;
+  px = image_xscale != 0 ? px / image_xscale : 0;
+  py = image_yscale != 0 ? py / image_yscale : 0;
 }
 
-}  // namespace
+bool ObjInputText::pointer_inside() const {
+  double px = 0, py = 0;
+  pointer(px, py);
+  return px >= 0 && px <= width && py >= 0 && py <= height;
+}
 
 int ObjInputText::word_start_before(int position) const {
   int k = position - 2;  // 0-based index of the character before the caret
@@ -63,9 +64,9 @@ void ObjInputText::select_word() {
   cursor_position = end;
 }
 
-bool ObjInputText::place_caret(bool fresh_click) {
+bool ObjInputText::place_caret(bool fresh_click, bool by_pointer) {
   double px = 0, py = 0;
-  pointer_in_box(*this, px, py);
+  pointer(px, py);
   if (selection_enabled && fresh_click) {
     const double now = rt::get_timer();
     const int p = caret();
@@ -86,7 +87,10 @@ bool ObjInputText::place_caret(bool fresh_click) {
   const int page = static_cast<int>(std::floor(height / separation));
   int line = cursor_line;
   double target_x = cursor_offset_x;
-  const int key = fresh_click || mouse_button_down(MOUSE_LEFT) ? 0 : key_pressed;
+  const int key = by_pointer ? 0 : key_pressed;
+  // The text stands at the box's alignment point, as drawn.
+  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
+  const double base_y = v_align == 1 ? height / 2 : v_align == 2 ? height : 0;
   if (key == KEY_UP || key == KEY_DOWN) {
     const int step = key == KEY_UP ? -1 : 1;
     line += step;
@@ -100,15 +104,15 @@ bool ObjInputText::place_caret(bool fresh_click) {
   } else if (key == KEY_PAGE_UP || key == KEY_PAGE_DOWN) {
     const int step = key == KEY_PAGE_UP ? -page : page;
     if (ctrl) {
-      const int first_visible = static_cast<int>(std::ceil((-offset_y - v_align_offset) / separation));
+      const int first_visible = static_cast<int>(std::ceil((-base_y - offset_y - v_align_offset) / separation));
       line = key == KEY_PAGE_UP ? first_visible : first_visible + page - 1;
     } else {
       line += step;
       offset_y -= step * separation;
     }
   } else {
-    line = static_cast<int>(std::floor((py - offset_y - v_align_offset) / separation));
-    target_x = px - offset_x;
+    line = static_cast<int>(std::floor((py - base_y - offset_y - v_align_offset) / separation));
+    target_x = px - base_x - offset_x;
   }
   line = std::clamp(line, 0, lines - 1);
   const int start = new_line_list[static_cast<size_t>(line)];

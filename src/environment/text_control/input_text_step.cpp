@@ -109,14 +109,15 @@ int ObjInputText::choose_action(Chars& insertion) {
     cursor_position = static_cast<int>(text.size()) + 1;
     return ACTION_CARET;
   }
-  const bool fresh_click = mouse_button_pressed(MOUSE_LEFT) && mouse_x() >= x && mouse_x() <= x + width &&
-                           mouse_y() >= y && mouse_y() <= y + height && !edit_menu_under_pointer();
+  double px = 0, py = 0;
+  pointer(px, py);
+  const bool fresh_click = mouse_button_pressed(MOUSE_LEFT) && pointer_inside() && !edit_menu_under_pointer();
   const bool drag = selection_enabled && mouse_button_down(MOUSE_LEFT) && !mouse_button_pressed(MOUSE_LEFT) &&
-                    (mouse_x() != m_x_previous || mouse_y() != m_y_previous) && pressed_inside_;
+                    (px != m_x_previous || py != m_y_previous) && pressed_inside_;
   const bool vertical_key =
       multiline && (key == KEY_UP || key == KEY_DOWN || key == KEY_PAGE_UP || key == KEY_PAGE_DOWN);
   if (fresh_click || drag || vertical_key) {
-    if (place_caret(fresh_click)) {
+    if (place_caret(fresh_click, fresh_click || drag)) {
       select_word();
       keep_selection_ = true;
     }
@@ -161,7 +162,7 @@ int ObjInputText::choose_action(Chars& insertion) {
 
 void ObjInputText::apply(int action, const Chars& insertion) {
   set_keyboard_string("");
-  if (action == ACTION_CARET) return;
+  if (action == ACTION_CARET || action == ACTION_TRANSFORM) return;
   if (has_selection()) {
     delete_range(selection_start_ordered, selection_end_ordered);
     selection_start = selection_end = 0;
@@ -194,7 +195,8 @@ bool ObjInputText::keep_max_lines() {
     } else {
       // The caret stands too high for that: the code box takes its text back, another box drops the tail.
       if (enter_in_code_box) return false;
-      text.resize(static_cast<size_t>(new_line_list[static_cast<size_t>(max_lines)] - 1));
+      const int cut = new_line_list[static_cast<size_t>(max_lines)];
+      text.resize(static_cast<size_t>(text[static_cast<size_t>(cut - 1)] == U'\n' ? cut - 1 : cut));
       cursor_position = std::min(p, static_cast<int>(text.size()) + 1);
     }
     rebuild_lines();
@@ -240,8 +242,9 @@ void ObjInputText::take_undo_snapshot(int action, const Chars& before) {
     if (action == ACTION_UNDO_REDO) {
       --undo_redo_position;
     } else {
-      undo_redo_text_list.resize(static_cast<size_t>(undo_redo_position));
-      undo_redo_cursor_position_list.resize(static_cast<size_t>(undo_redo_position));
+      const auto kept = static_cast<size_t>(std::max(0, undo_redo_position));
+      undo_redo_text_list.resize(kept);
+      undo_redo_cursor_position_list.resize(kept);
     }
     undo_redo_text_list.push_back(before);
     undo_redo_cursor_position_list.push_back(cursor_position_previous);
@@ -250,9 +253,9 @@ void ObjInputText::take_undo_snapshot(int action, const Chars& before) {
       undo_redo_text_list.erase(undo_redo_text_list.begin(), undo_redo_text_list.begin() + excess);
       undo_redo_cursor_position_list.erase(undo_redo_cursor_position_list.begin(),
                                            undo_redo_cursor_position_list.begin() + excess);
-      undo_redo_position -= static_cast<int>(excess);
+      undo_redo_position = std::max(0, undo_redo_position - static_cast<int>(excess));
     }
-    ++undo_redo_position;
+    undo_redo_position = std::max(0, undo_redo_position) + 1;
   }
   action_previous = action;
 }
@@ -263,11 +266,8 @@ void ObjInputText::update_blink(bool caret_moved) {
 }
 
 void ObjInputText::step() {
-  // A right click on the code box opens the menu of its text.
-  if (in_editor_room() && mouse_button_pressed(MOUSE_RIGHT) && mouse_x() >= x && mouse_x() <= x + width &&
-      mouse_y() >= y && mouse_y() <= y + height) {
-    edit_menu_open(*this);
-  }
+  // A right click in the editor closes the menu of the text; on the code box it opens a new one.
+  if (in_editor_room() && mouse_button_pressed(MOUSE_RIGHT)) edit_menu_open(*this, pointer_inside());
   if (enabled) {
     ++enabled_step;
     update_key_repeat();
@@ -290,8 +290,7 @@ void ObjInputText::step() {
   const bool extend = ::key_down(KEY_SHIFT) || (mouse_button_down(MOUSE_LEFT) && !fresh_press) || keep_selection_;
   track_selection(action, extend);
   keep_selection_ = false;
-  const bool pressed_here = fresh_press && mouse_x() >= x && mouse_x() <= x + width && mouse_y() >= y &&
-                            mouse_y() <= y + height;
+  const bool pressed_here = fresh_press && pointer_inside();
   pressed_inside_ = mouse_button_down(MOUSE_LEFT) && (pressed_inside_ || pressed_here);
   update_caret_offsets();
   scroll_to_caret();

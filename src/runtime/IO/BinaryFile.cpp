@@ -16,7 +16,15 @@ constexpr int MAX_BINARY_FILES = 32;
 struct BinaryFile {
   std::FILE* stream = nullptr;
   std::string path;
+  BinaryMode mode = BinaryMode::Read;
+  bool writing = false;  // the last use wrote: the stream is repositioned before it reads again, and the reverse
 };
+
+// A stream that both reads and writes must be repositioned between the two.
+void turn_to(BinaryFile& f, bool writing) {
+  if (f.writing != writing) std::fseek(f.stream, 0, SEEK_CUR);
+  f.writing = writing;
+}
 
 std::array<BinaryFile, MAX_BINARY_FILES + 1> g_files;  // handles 1 to 32; 0 is unused
 
@@ -79,6 +87,8 @@ int file_bin_open(const std::string& name, int mode) {
   const BinaryMode use = mode == 1 ? BinaryMode::Write : mode == 2 ? BinaryMode::Both : BinaryMode::Read;
   BinaryFile& f = g_files[static_cast<size_t>(h)];
   f.stream = open_stream(name, use, f.path);
+  f.mode = use;
+  f.writing = false;
   if (!f.stream) {
     debug_output("ERROR!!! :: Failed to open file: " + name + "\n");
     f = {};
@@ -97,12 +107,16 @@ void file_bin_close(int handle) {
 int file_bin_read_byte(int handle) {
   BinaryFile* f = file_of(handle);
   if (!f) return -1;
+  turn_to(*f, false);
   const int byte = std::fgetc(f->stream);
   return byte == EOF ? -1 : byte;
 }
 
 void file_bin_write_byte(int handle, int byte) {
-  if (BinaryFile* f = file_of(handle)) std::fputc(byte & 0xFF, f->stream);
+  BinaryFile* f = file_of(handle);
+  if (!f) return;
+  turn_to(*f, true);
+  std::fputc(byte & 0xFF, f->stream);
 }
 
 long file_bin_size(int handle) {
@@ -126,7 +140,8 @@ void file_bin_seek(int handle, long position) {
 
 void file_bin_rewrite(int handle) {
   BinaryFile* f = file_of(handle);
-  if (!f) return;
+  // A file opened for reading may be Velant's own data or a file the user chose: it is never emptied.
+  if (!f || f->mode == BinaryMode::Read) return;
   std::FILE* emptied = std::freopen(nullptr, "w+b", f->stream);
   if (!emptied) {
     debug_output("ERROR!!! :: Failed to write file: " + f->path + "\n");

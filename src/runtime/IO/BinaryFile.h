@@ -20,7 +20,7 @@ void file_bin_write_byte(int handle, int byte);
 long file_bin_size(int handle);
 long file_bin_position(int handle);
 void file_bin_seek(int handle, long position);
-// Empties the file and starts again at its beginning.
+// Empties a file opened for writing and starts again at its beginning.
 void file_bin_rewrite(int handle);
 
 // file_bin_* as built-ins.

@@ -1,5 +1,8 @@
 #include "runtime/IO/DesktopFunctions.h"
 
+#include <cctype>
+#include <cstring>
+
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
 #include "runtime/IO/FileNames.h"
@@ -24,7 +27,26 @@ std::string choose_file(bool save, const std::string& filter, const std::string&
   return path;
 }
 
-BUILTIN_ADAPTER(url_open) { url_open(std::string(arg_text(args, 0))); }
+BUILTIN_ADAPTER(url_open) {
+  if (argc != 1 || !args[0].is(Kind::String)) return ReportError("Illegal argument count");
+  url_open(std::string(args[0].string_view()));
+}
+
+// `path` as the path of a file:// address: what isn't a plain character is written as %XX.
+std::string address_of(const std::string& path) {
+  static constexpr char HEX[] = "0123456789ABCDEF";
+  std::string out = "file://";
+  for (const unsigned char c : path) {
+    if (std::isalnum(c) || std::strchr("/-._~", c)) {
+      out += static_cast<char>(c);
+    } else {
+      out += '%';
+      out += HEX[c >> 4];
+      out += HEX[c & 15];
+    }
+  }
+  return out;
+}
 BUILTIN_ADAPTER(get_open_filename) {
   result = RValue::text(get_open_filename(std::string(arg_text(args, 0)), std::string(arg_text(args, 1))));
 }
@@ -44,7 +66,7 @@ void url_open(const std::string& url) {
           "Protocol missing from URL. Should start with http, https, mailto etc or reference a saved or included "
           "file.");
     }
-    if (!platform::open_url("file://" + file)) ReportError("Requested URI protocol is not supported.");
+    if (!platform::open_url(address_of(file))) ReportError("Requested URI protocol is not supported.");
     return;
   }
   if (!platform::open_url(url)) ReportError("Requested URI protocol is not supported.");

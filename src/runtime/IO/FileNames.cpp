@@ -54,7 +54,8 @@ std::optional<std::string> part_inside_known_folder(const std::string& full) {
   return part;
 }
 
-bool allowed(const std::string& full) { return !g_sandbox || std::ranges::find(g_allowed, full) != g_allowed.end(); }
+bool chosen(const std::string& full) { return std::ranges::find(g_allowed, full) != g_allowed.end(); }
+bool allowed(const std::string& full) { return !g_sandbox || chosen(full); }
 
 void refuse(std::string_view name) {
   debug_output("Error! not allowing file operation with filename '" + std::string(name) + "'.\n");
@@ -73,8 +74,9 @@ int file_delete(std::string_view name) {
 
 int file_rename(std::string_view from, std::string_view to) {
   const std::string old_path = file_save_path(from), new_path = file_save_path(to);
-  if (old_path.empty() || new_path.empty() || !present(old_path, false)) return 0;
+  // A file already under the new name is never replaced.
   std::error_code failed;
+  if (old_path.empty() || new_path.empty() || !present(old_path, false) || fs::exists(new_path, failed)) return 0;
   fs::rename(old_path, new_path, failed);
   return failed ? 0 : 1;
 }
@@ -112,9 +114,10 @@ std::string program_folder() { return platform::executable_folder(); }
 std::string user_data_folder() { return with_separator(platform::user_data_folder()); }
 
 void file_folders_set(FileFolders f) {
-  f.save_area = with_separator(std::move(f.save_area));
-  f.bundle = with_separator(std::move(f.bundle));
-  f.program = with_separator(std::move(f.program));
+  // Compared with normalised full paths, so kept normalised themselves.
+  for (std::string* folder : {&f.save_area, &f.bundle, &f.program}) {
+    if (!folder->empty()) *folder = with_separator(fs::path(*folder).lexically_normal().string());
+  }
   folders() = std::move(f);
 }
 
@@ -127,6 +130,8 @@ void file_allowed_clear() { g_allowed.clear(); }
 std::string file_read_path(std::string_view name, bool folder) {
   if (name.empty()) return "";
   const std::string full = full_path(name);
+  // A path the user chose is used as it stands, wherever it lies.
+  if (chosen(full)) return present(full, folder) ? full : "";
   if (const std::optional<std::string> part = part_inside_known_folder(full)) {
     const FileFolders& f = folders();
     for (const std::string* base : {&f.save_area, &f.program, &f.bundle}) {
@@ -144,6 +149,7 @@ std::string file_read_path(std::string_view name, bool folder) {
 std::string file_save_path(std::string_view name) {
   if (name.empty()) return "";
   const std::string full = full_path(name);
+  if (chosen(full)) return full;
   if (const std::optional<std::string> part = part_inside_known_folder(full)) return folders().save_area + *part;
   if (!allowed(full)) {
     refuse(name);

@@ -158,7 +158,7 @@ void ini_write_string(std::string_view section, std::string_view key, std::strin
 }
 
 void ini_write_real(std::string_view section, std::string_view key, double value) {
-  char digits[64];
+  char digits[400];  // the largest double in fixed notation with six decimals fits
   const auto written = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6);
   ini_write_string(section, key, std::string_view(digits, static_cast<size_t>(written.ptr - digits)));
 }

@@ -110,9 +110,10 @@ int file_text_open_write(const std::string& path) { return open_for_writing(path
 int file_text_open_append(const std::string& path) { return open_for_writing(path, true); }
 
 void file_text_close(int handle) {
-  const bool open = handle >= 1 && handle <= MAX_TEXT_FILES && g_files[static_cast<size_t>(handle)].use != Use::Free;
-  if (!open) return ReportError("Trying to close text file that has not been opened.");
+  if (handle < 1 || handle > MAX_TEXT_FILES) return ReportError("Trying to close text file that has not been opened.");
   TextFile& f = g_files[static_cast<size_t>(handle)];
+  // A handle closed twice has nothing left to close.
+  if (f.use == Use::Free) return;
   if (f.use == Use::Writing && !file_write_whole(f.path, f.text)) {
     debug_output("ERROR!!! :: Failed to write file: " + f.path + "\n");
   }

@@ -175,3 +175,31 @@ TEST_F(TextBoxTest, AHeldKeyRepeatsAfter380MillisecondsThenEvery26) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(TextBoxTest, CentredTurnedOrScaledBoxesTakeClicksWhereTheTextIs) {
+  ObjInputText& box = make("input_text_create_singleline_ext", {n(10), n(10), n(300), n(-1), n(0), n(1), n(-1), n(1),
+                                                                  n(0), RValue::boolean(true), n(0)});
+  type(box, "abcd");
+  const double half = box.text_width / 2;
+  click(box, static_cast<int>(10 + 150 - half + 1), 12);
+  EXPECT_EQ(box.caret(), 1) << "the centred text's first letter";
+  RValue args[] = {n(box.id), n(10), n(10), n(2), n(2), n(0)}, ignored;
+  builtin_call("input_text_set_transformation", ignored, nullptr, nullptr, 6, args);
+  step(box);
+  click(box, static_cast<int>(10 + 2 * (150 + half) - 1), 14);
+  EXPECT_EQ(box.caret(), 5) << "twice as large, its last letter twice as far";
+
+  // An undo history of one state, lowered after edits, keeps working.
+  RValue misc[] = {n(box.id), RValue::boolean(true), n(-1), n(0), n(1), n(0), n(0.6), n(0xFFFFFF), n(1),
+                   RValue::boolean(true)};
+  builtin_call("input_text_set_misc", ignored, nullptr, nullptr, 10, misc);
+  press(box, KEY_Z, true);
+  type(box, "e");
+  press(box, KEY_Z, true);
+  type(box, "f");
+  EXPECT_EQ(box.text_utf8().back(), 'f');
+}
+
+}  // namespace

@@ -108,6 +108,13 @@ TEST_F(FileNames, WritesGoToTheSaveAreaAndPathsOutsideAreRefusedUnlessChosen) {
   EXPECT_EQ(read_by_rule(far), "x");
   file_allowed_clear();
   EXPECT_EQ(read_by_rule(far), "missing");
+  // A chosen path inside a known folder is used as it stands too, not mapped into the save area.
+  const std::string beside = program_.write("scelto.txt", "qui").string();
+  file_allow(beside);
+  const int out = file_text_open_write(beside);
+  file_text_close(out);
+  EXPECT_EQ(read(beside), "");
+  EXPECT_FALSE(fs::exists(save_ / "scelto.txt"));
   file_sandbox_set(false);
   EXPECT_EQ(read_by_rule(far), "x");
 }
@@ -123,8 +130,10 @@ TEST_F(FileNames, DeleteRenameAndFoldersWorkInTheSaveAreaOnly) {
       {"file_delete", {text("di_velant.txt")}, 0},  // Velant's own data can't be deleted
       {"file_rename", {text("nessuno.txt"), text("altro.txt")}, 0},
       {"file_rename", {text("mio.txt"), text("rinominato.txt")}, 1},
-      {"file_delete", {text("rinominato.txt")}, 1},
-      {"file_delete", {text("rinominato.txt")}, 0},
+      {"file_rename", {text("rinominato.txt"), text("di_velant.txt")}, 1},  // the name is free in the save area
+      {"file_rename", {text("di_velant.txt"), text("di_velant.txt")}, 0},   // a file there is never replaced
+      {"file_delete", {text("di_velant.txt")}, 1},
+      {"file_delete", {text("di_velant.txt")}, 0},
       {"directory_create", {text("uno/due")}, 1},
       {"directory_exists", {text("uno/due")}, 1},
       {"directory_exists", {text("tre")}, 0},
@@ -132,7 +141,7 @@ TEST_F(FileNames, DeleteRenameAndFoldersWorkInTheSaveAreaOnly) {
   for (const auto& row : rows) {
     EXPECT_EQ(value_to_real(call_builtin(row.builtin, row.args)), row.answer) << row.builtin << " " << row.args[0].string_view();
   }
-  EXPECT_TRUE(fs::exists(bundle_ / "di_velant.txt"));
+  EXPECT_TRUE(fs::exists(bundle_ / "di_velant.txt")) << "the bundle's file stayed where it was";
   EXPECT_TRUE(fs::is_directory(save_ / "uno/due"));
 }
 
@@ -145,8 +154,9 @@ TEST_F(FileNames, BinaryFilesAreReadAndWrittenByteByByte) {
 
   const int both = file_bin_open("dati.bin", 2);
   EXPECT_EQ(file_bin_size(both), 5);
-  file_bin_seek(both, 4);
-  file_bin_write_byte(both, 66);
+  file_bin_seek(both, 3);
+  EXPECT_EQ(file_bin_read_byte(both), 255);
+  file_bin_write_byte(both, 66);  // right after the byte read, at 4
   file_bin_seek(both, 1);
   EXPECT_EQ(file_bin_position(both), 1);
   EXPECT_EQ(file_bin_read_byte(both), 255);
@@ -157,7 +167,7 @@ TEST_F(FileNames, BinaryFilesAreReadAndWrittenByteByByte) {
   for (int b; (b = file_bin_read_byte(in)) >= 0;) bytes.push_back(b);
   EXPECT_EQ(bytes, (std::vector<int>{0, 255, 0, 255, 66}));
   file_bin_rewrite(in);
-  EXPECT_EQ(file_bin_size(in), 0);
+  EXPECT_EQ(file_bin_size(in), 5) << "a file opened for reading is never emptied";
   file_bin_close(in);
 
   EXPECT_EQ(debug_lines([] { EXPECT_EQ(file_bin_open("manca.bin", 0), -1); }),
@@ -209,6 +219,7 @@ TEST_F(FileNames, UrlOpenHandsAddressesAndSavedFilesToTheDesktop) {
                "Protocol missing from URL. Should start with http, https, mailto etc or reference a saved or included "
                "file.");
   EXPECT_FATAL(url_open("1a:b"), "Requested URI protocol is not supported.");
+  EXPECT_FATAL(call_builtin("url_open", {}), "Illegal argument count");
   platform::set_log(nullptr);
 }
 

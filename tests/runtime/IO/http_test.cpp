@@ -80,7 +80,8 @@ TEST(Http, PagesFilesErrorsAndSlowBodiesArriveAsRecords) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), std::string("OggS\0\1", 6));
 
   EXPECT_EQ(records[missing].back().at("http_status"), "404");
-  EXPECT_EQ(records[missing].back().at("status"), "-1");
+  EXPECT_EQ(records[missing].back().at("status"), "0") << "an error page is an answer";
+  EXPECT_EQ(records[missing].back().at("result"), "non trovato");
   EXPECT_EQ(records[refused].back().at("status"), "-1");
   EXPECT_EQ(records[refused].back().at("http_status"), "0");
 

@@ -22,6 +22,7 @@ struct Gtk {
   decltype(&gtk_file_chooser_add_filter) add_filter;
   decltype(&gtk_file_chooser_set_do_overwrite_confirmation) confirm_overwrite;
   decltype(&gtk_file_chooser_set_current_name) set_current_name;
+  decltype(&gtk_file_chooser_set_current_folder) set_current_folder;
   decltype(&gtk_native_dialog_run) dialog_run;
   decltype(&gtk_file_chooser_get_filename) get_filename;
   decltype(&gtk_events_pending) events_pending;
@@ -50,6 +51,7 @@ const Gtk* gtk() {
         look_up(library, "gtk_file_chooser_add_filter", g.add_filter) &&
         look_up(library, "gtk_file_chooser_set_do_overwrite_confirmation", g.confirm_overwrite) &&
         look_up(library, "gtk_file_chooser_set_current_name", g.set_current_name) &&
+        look_up(library, "gtk_file_chooser_set_current_folder", g.set_current_folder) &&
         look_up(library, "gtk_native_dialog_run", g.dialog_run) &&
         look_up(library, "gtk_file_chooser_get_filename", g.get_filename) &&
         look_up(library, "gtk_events_pending", g.events_pending) &&
@@ -76,9 +78,14 @@ class DesktopFileChooser : public FileChooser {
       for (const std::string& pattern : wanted.patterns) g_.filter_add_pattern(filter, pattern.c_str());
       g_.add_filter(chooser, filter);
     }
+    // A default with a folder in it opens there, with the rest as the name.
+    const size_t slash = question.default_name.rfind('/');
+    const std::string folder = slash == std::string::npos ? "" : question.default_name.substr(0, slash + 1);
+    const std::string name = question.default_name.substr(slash == std::string::npos ? 0 : slash + 1);
+    if (!folder.empty()) g_.set_current_folder(chooser, folder.c_str());
     if (question.save) {
       g_.confirm_overwrite(chooser, TRUE);
-      if (!question.default_name.empty()) g_.set_current_name(chooser, question.default_name.c_str());
+      if (!name.empty()) g_.set_current_name(chooser, name.c_str());
     }
     // The dialog runs its own loop: the program waits, as for any modal dialog.
     std::string path;

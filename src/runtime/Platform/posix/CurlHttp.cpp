@@ -88,6 +88,9 @@ void fetch(const std::string& url, const std::string& agent, HttpCallbacks callb
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
     curl_easy_setopt(curl, CURLOPT_USERAGENT, agent.c_str());
     curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
+    // A web address stays on the web, whatever it is redirected to.
+    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     // The machine itself is never reached through a proxy.
     curl_easy_setopt(curl, CURLOPT_NOPROXY, "localhost,127.0.0.1");
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);

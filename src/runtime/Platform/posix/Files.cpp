@@ -38,14 +38,23 @@ std::string user_data_folder() {
 }
 
 bool write_file_atomically(const std::string& path, std::string_view bytes) {
-  // Beside the file, so that the rename stays on one file system and is atomic.
-  // Its name is unique, so that two threads writing one file never share it.
-  std::string temporary = path + ".velant-XXXXXX";
+  // A link is followed: the file it names is the one replaced.
+  std::string target = path;
+  if (char* resolved = ::realpath(path.c_str(), nullptr)) {
+    target = resolved;
+    std::free(resolved);
+  }
+  // The new file keeps the old one's permissions.
+  struct stat old {};
+  const mode_t mode = ::stat(target.c_str(), &old) == 0 ? (old.st_mode & 07777) : 0644;
+  // Beside the file, so that the rename stays on one file system and is
+  // atomic; its name is unique, so that two threads writing one file never share it.
+  std::string temporary = target + ".velant-XXXXXX";
   const int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (fd < 0) return false;
-  const bool written = ::fchmod(fd, 0644) == 0 && write_all(fd, bytes) && ::fsync(fd) == 0;
+  const bool written = ::fchmod(fd, mode) == 0 && write_all(fd, bytes) && ::fsync(fd) == 0;
   const bool closed = ::close(fd) == 0;
-  if (!written || !closed || std::rename(temporary.c_str(), path.c_str()) != 0) {
+  if (!written || !closed || std::rename(temporary.c_str(), target.c_str()) != 0) {
     ::unlink(temporary.c_str());
     return false;
   }
