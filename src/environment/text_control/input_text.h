@@ -21,6 +21,20 @@
 
 using Chars = std::vector<uint32_t>;
 
+class ObjInputText;
+
+// What a box shows over its plain lines: the code box's colours. The box
+// asks for a key of each line it is to draw (a line whose key didn't change
+// is not drawn again), then has the lines it draws painted over.
+class LinePainter {
+ public:
+  virtual ~LinePainter() = default;
+  // `keys` holds the plain lines on entry; a painter adds what it shows.
+  virtual void prepare(const ObjInputText& box, std::vector<std::string>& keys) = 0;
+  // Paints line `line` (from 0) over its plain text drawn at (x, y).
+  virtual void paint(const ObjInputText& box, size_t line, double x, double y) = 0;
+};
+
 // What a Step did; it decides the follow-up (line table, undo, selection).
 enum InputAction : int {
   ACTION_NONE = 0,
@@ -124,6 +138,8 @@ class ObjInputText : public CInstance {
   // The code box's hook for Enter: the editor's slides take the line feed
   // over when it returns true. Only the editor's box has one.
   bool (*enter_in_code_box)(ObjInputText& box) = nullptr;
+  // The code box's colours; none for the other boxes.
+  LinePainter* painter = nullptr;
   // The code box's text as it stood before the Step that overflowed it.
   std::string slide_text_backup;
 

@@ -59,7 +59,9 @@ std::vector<std::string> lines_of(const std::string& text) {
 }
 
 void ObjInputText::draw_text_lines(bool lost, double left, double top) {
-  std::vector<std::string> now = lines_of(text_draw);
+  std::vector<std::string> lines = lines_of(text_draw);
+  std::vector<std::string> now = lines;
+  if (painter) painter->prepare(*this, now);
   // Typing changes a line or two: where the text stands as it did, only the lines that changed are drawn again.
   size_t first = 0, last_old = drawn_lines_.size(), last_new = now.size();
   const bool same_place = !lost && left == drawn_left_ && top == drawn_top_ && !drawn_lines_.empty();
@@ -84,7 +86,9 @@ void ObjInputText::draw_text_lines(bool lost, double left, double top) {
   draw_state().colour = color;
   draw_state().alpha = alpha;
   for (size_t line = first; line < last_new; ++line) {
-    if (!now[line].empty()) draw_text(left, top + static_cast<double>(line) * line_separation, now[line]);
+    const double line_top = top + static_cast<double>(line) * line_separation;
+    if (!lines[line].empty()) draw_text(left, line_top, lines[line]);
+    if (painter) painter->paint(*this, line, left, line_top);
   }
   drawn_lines_ = std::move(now);
   drawn_left_ = left;

@@ -1,0 +1,124 @@
+#include "environment/colouring/code_box_colouring.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include "environment/colouring/colour_phrases.h"
+#include "environment/colouring/draw_text_custom.h"
+#include "runtime/IO/FileNames.h"
+
+namespace {
+
+constexpr std::string_view DEFINE = "definisci funzione", IMPORT = "importa funzione esterna", INCLUDE = "includi";
+
+// The name behind position `at`: a text in double quotes, or a word up to a
+// blank, a bracket, a brace, ";" or the line's end; underscores stand for blanks.
+std::string name_at(const std::string& text, size_t at) {
+  at = text.find_first_not_of(' ', at);
+  if (at == std::string::npos) return "";
+  std::string name;
+  if (text[at] == '"') {
+    const size_t close = text.find('"', at + 1);
+    name = text.substr(at + 1, close == std::string::npos ? std::string::npos : close - at - 1);
+  } else {
+    name = text.substr(at, text.find_first_of(" (){};\n\r", at) - at);
+  }
+  std::ranges::replace(name, '_', ' ');
+  return name;
+}
+
+void add_once(std::vector<std::string>& names, std::string name) {
+  if (!name.empty() && std::ranges::find(names, name) == names.end()) names.push_back(std::move(name));
+}
+
+// The functions that `text` defines, and the external functions it imports by their "(TESTO:" name.
+void find_functions(const std::string& text, CodeColouring& c) {
+  for (size_t at = text.find(DEFINE); at != std::string::npos; at = text.find(DEFINE, at + 1)) {
+    add_once(c.user_functions, name_at(text, at + DEFINE.size()));
+  }
+  for (size_t at = text.find(IMPORT); at != std::string::npos; at = text.find(IMPORT, at + 1)) {
+    const size_t label = text.find("(TESTO:", at);
+    if (label == std::string::npos) break;
+    std::string name = name_at(text, label + 7);
+    if (const size_t arrow = name.find("-->"); arrow != std::string::npos) name.erase(arrow);
+    while (!name.empty() && name.back() == ' ') name.pop_back();
+    add_once(c.external_functions, name);
+  }
+}
+
+// The texts of the files `program` includes, where the file name rule finds them.
+std::string included_texts(const std::string& program) {
+  std::string all;
+  for (size_t at = program.find(INCLUDE); at != std::string::npos; at = program.find(INCLUDE, at + 1)) {
+    std::string name = name_at(program, at + INCLUDE.size());
+    if (name.empty()) continue;
+    if (name.find(".txt") == std::string::npos) name += ".txt";
+    std::ifstream file(file_read_path(name), std::ios::binary);
+    all.append(std::istreambuf_iterator<char>(file), {});
+    all += '\n';
+  }
+  return all;
+}
+
+int state_of(const std::vector<int>& states, int zc) {
+  return zc >= 0 && zc < static_cast<int>(states.size()) ? states[static_cast<size_t>(zc)] : 0;
+}
+
+}  // namespace
+
+void CodeBoxColouring::scan(const std::string& program) {
+  if (program == scanned_) return;
+  scanned_ = program;
+  CodeColouring found;
+  find_functions(program + "\n" + included_texts(program), found);
+  if (found.user_functions != state_.user_functions || found.external_functions != state_.external_functions) {
+    state_.user_functions = std::move(found.user_functions);
+    state_.external_functions = std::move(found.external_functions);
+    // Every line may call a function that came or went.
+    previous_version_.clear();
+  }
+}
+
+void CodeBoxColouring::prepare(const ObjInputText& box, std::vector<std::string>& keys) {
+  scan(box.text_utf8());
+  tagged_.assign(keys.size(), "");
+  const size_t most = keys.size() + 2;
+  state_.multiline_string.resize(std::max(state_.multiline_string.size(), most), 0);
+  state_.multiline_comment.resize(std::max(state_.multiline_comment.size(), most), 0);
+  if (previous_version_.size() < most) {
+    previous_version_.resize(most);
+    previous_color_code_.resize(most);
+    previous_states_.resize(most);
+  }
+  for (size_t k = 0; k < keys.size(); ++k) {
+    const int zc = static_cast<int>(k) + 1;
+    const std::string line = (k > 0 ? "\n" : "") + keys[k];
+    // A line is coloured again when it changed, or when what the line above leaves open changed.
+    const std::string version = line + '\x1f' + static_cast<char>('0' + state_of(state_.multiline_string, zc - 1)) +
+                                static_cast<char>('0' + state_of(state_.multiline_comment, zc));
+    if (previous_version_[k + 1] != version) {
+      previous_color_code_[k + 1] = code_editor(line, zc, state_);
+      previous_version_[k + 1] = version;
+      previous_states_[k + 1] = {state_of(state_.multiline_string, zc), state_of(state_.multiline_comment, zc),
+                                 state_of(state_.multiline_comment, zc + 1)};
+      ++lines_coloured_;
+    } else {
+      const LineStates& s = previous_states_[k + 1];
+      state_.multiline_string[k + 1] = s.string_here;
+      state_.multiline_comment[k + 1] = s.comment_here;
+      state_.multiline_comment[k + 2] = s.comment_next;
+    }
+    tagged_[k] = previous_color_code_[k + 1];
+    keys[k] += '\x1f' + tagged_[k];
+  }
+}
+
+void CodeBoxColouring::paint(const ObjInputText&, size_t line, double x, double y) {
+  if (line >= tagged_.size()) return;
+  const std::string& tagged = tagged_[line];
+  // A line inside a block comment keeps the plain layer's colour.
+  if (state_of(state_.multiline_comment, static_cast<int>(line) + 1) == 0 || tagged.find("*/") != std::string::npos) {
+    draw_text_custom(x, y, colour_tag(TAG_PLAIN) + tagged);
+  }
+}

@@ -1,0 +1,113 @@
+// The code box in colour: the showcase example drawn as the editor shows
+// it (kept as code_box_colours.png for a person to look at), the cache that
+// colours a typed line alone, and functions that turn red once defined.
+#include "environment/colouring/code_box_colouring.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "environment/colouring/colour_phrases.h"
+#include "environment/text_control/input_text.h"
+#include "runtime/Code/Builtins.h"
+#include "runtime/Graphics/ImageFile.h"
+#include "runtime/Graphics/Screen.h"
+#include "runtime/IO/Input.h"
+#include "runtime/Object/Objects.h"
+#include "runtime/Platform/Window.h"
+#include "runtime/Room/FrameState.h"
+#include "runtime/Room/Room.h"
+#include "runtime/Run/Frame.h"
+
+namespace {
+
+constexpr uint32_t CODE_GREEN = 32768;
+
+class CodeBoxColours : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    register_runtime_builtins();
+    platform::make_window(true).create(1100, 660, "Velant", {});
+    rooms_clear();
+    objects_clear();
+    input_reset();
+    define_obj_input_text();
+    room_add(RoomDescription{"prova", 1100, 660});
+    objects_prepare();
+    set_room_target(0);
+    room_change(true);
+    current_room()->background_colour = 0xFFFFFF;
+    RValue args[] = {RValue::number(20), RValue::number(20), RValue::number(1000), RValue::number(620),
+                     RValue::number(0), RValue::number(CODE_GREEN), RValue::number(1), RValue::number(-1),
+                     RValue::number(-1), RValue::number(41), RValue::number(15), RValue::number(0),
+                     RValue::number(0), RValue::boolean(true), RValue::number(0)};
+    RValue id;
+    builtin_call("input_text_create_multiline_ext", id, nullptr, nullptr, 15, args);
+    box_ = dynamic_cast<ObjInputText*>(instance_find(static_cast<int32_t>(id.real)));
+    box_->painter = &colours_;
+    box_->enabled = true;
+  }
+  void TearDown() override {
+    game_finish();
+    rooms_clear();
+    objects_clear();
+  }
+  void show(const std::string& text) {
+    box_->set_text_from_outside(text);
+    frame_run();
+  }
+  Image picture() {
+    Image shown;
+    EXPECT_TRUE(screen_read(shown));
+    return shown;
+  }
+  // How many pixels of the box's row `row` (from 0) are `colour` (blue-green-red), near enough.
+  int pixels_of(const Image& image, int row, uint32_t colour) {
+    const int r = colour & 0xFF, g = (colour >> 8) & 0xFF, b = (colour >> 16) & 0xFF;
+    int n = 0;
+    for (int y = 20 + row * 15; y < 20 + row * 15 + 15; ++y) {
+      for (int x = 20; x < 1020; ++x) {
+        const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
+        n += std::abs(p[0] - r) < 40 && std::abs(p[1] - g) < 40 && std::abs(p[2] - b) < 40;
+      }
+    }
+    return n;
+  }
+
+  CodeBoxColouring colours_;
+  ObjInputText* box_ = nullptr;
+};
+
+TEST_F(CodeBoxColours, TheShowcaseShowsEachClassInItsColour) {
+  std::ifstream in(std::string(VELANT_SOURCE_DIR) + "/examples/vetrina.txt", std::ios::binary);
+  std::string page;
+  int rows = 0;
+  for (std::string line; rows < 40 && std::getline(in, line); ++rows) page += (rows ? "\n" : "") + line;
+  show(page);
+  const Image image = picture();
+  image_save_png("code_box_colours.png", image);
+  // Rows of the example: two comments, INIZIA, ..., the first colour made with labels.
+  EXPECT_GT(pixels_of(image, 0, CODE_GREEN), 50) << "the first line is a comment";
+  EXPECT_EQ(pixels_of(image, 0, TAG_FUNCTION), 0) << "with nothing coloured in it";
+  EXPECT_GT(pixels_of(image, 2, TAG_CONSTANT), 20) << "INIZIA";
+  EXPECT_GT(pixels_of(image, 7, TAG_FUNCTION), 50) << "ottieni colore rgb";
+  EXPECT_GT(pixels_of(image, 7, TAG_LABEL), 30) << "ROSSO, VERDE, BLU";
+  EXPECT_GT(pixels_of(image, 7, TAG_KEYWORD), 3) << "the colons";
+  EXPECT_GT(pixels_of(image, 29, TAG_STRING), 20) << "\"immagini/stella\"";
+}
+
+TEST_F(CodeBoxColours, ATypedLineAloneIsColouredAgainAndNewFunctionsTurnRed) {
+  show("disegna cerchio (X: 1)\nsaluta\nX = 2");
+  const size_t first = colours_.lines_coloured();
+  EXPECT_EQ(first, 3u);
+  box_->cursor_position = 1;
+  input_text("a");
+  frame_run();
+  EXPECT_EQ(colours_.lines_coloured(), first + 1) << "only the first line changed";
+  EXPECT_EQ(pixels_of(picture(), 1, TAG_FUNCTION), 0);
+  show("definisci funzione saluta {\n}\nsaluta");
+  EXPECT_EQ(colours_.state().user_functions, (std::vector<std::string>{"saluta"}));
+  EXPECT_GT(pixels_of(picture(), 2, TAG_FUNCTION), 20) << "the call shows red once the definition is seen";
+}
+
+}  // namespace
