@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "environment/colouring/colour_phrases.h"
+#include "environment/text_box_room.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Graphics/ImageFile.h"
@@ -26,32 +27,16 @@ constexpr uint32_t CODE_GREEN = 32768;
 class CodeBoxColours : public ::testing::Test {
  protected:
   void SetUp() override {
-    register_runtime_builtins();
     platform::make_window(true).create(1100, 660, "Velant", {});
-    rooms_clear();
-    objects_clear();
-    input_reset();
-    define_obj_input_text();
-    room_add(RoomDescription{"prova", 1100, 660});
-    objects_prepare();
-    set_room_target(0);
-    room_change(true);
-    current_room()->background_colour = 0xFFFFFF;
-    RValue args[] = {RValue::number(20), RValue::number(20), RValue::number(1000), RValue::number(620),
-                     RValue::number(0), RValue::number(CODE_GREEN), RValue::number(1), RValue::number(-1),
-                     RValue::number(-1), RValue::number(41), RValue::number(15), RValue::number(0),
-                     RValue::number(0), RValue::boolean(true), RValue::number(0)};
-    RValue id;
-    builtin_call("input_text_create_multiline_ext", id, nullptr, nullptr, 15, args);
-    box_ = dynamic_cast<ObjInputText*>(instance_find(static_cast<int32_t>(id.real)));
+    open_text_box_room(1100, 660);
+    const auto n = [](double d) { return RValue::number(d); };
+    box_ = &made_box("input_text_create_multiline_ext", {n(20), n(20), n(1000), n(620), n(0), n(CODE_GREEN), n(1),
+                                                         n(-1), n(-1), n(41), n(15), n(0), n(0),
+                                                         RValue::boolean(true), n(0)});
     box_->painter = &colours_;
     box_->enabled = true;
   }
-  void TearDown() override {
-    game_finish();
-    rooms_clear();
-    objects_clear();
-  }
+  void TearDown() override { close_text_box_room(); }
   void show(const std::string& text) {
     box_->set_text_from_outside(text);
     frame_run();

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "environment/text_box_room.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Function/SystemFunctions.h"
@@ -20,31 +21,16 @@ class TextBoxTest : public ::testing::Test {
   static constexpr int64_t FRAME = 33333;  // microseconds
 
   void SetUp() override {
-    register_runtime_builtins();
     platform::make_window(true).create(800, 600, "Velant", {});
-    rooms_clear();
-    objects_clear();
-    input_reset();
-    define_obj_input_text();
-    room_add(RoomDescription{"prova", 800, 600});
-    objects_prepare();
-    set_room_target(0);
-    room_change(true);
+    open_text_box_room(800, 600);
   }
-  void TearDown() override {
-    game_finish();
-    rooms_clear();
-    objects_clear();
-    input_reset();
-  }
+  void TearDown() override { close_text_box_room(); }
 
   // A box made by the built-in `name` with `args`, enabled.
   ObjInputText& make(const std::string& name, std::vector<RValue> args) {
-    RValue id;
-    EXPECT_TRUE(builtin_call(name, id, nullptr, nullptr, static_cast<int>(args.size()), args.data()));
-    auto* made = dynamic_cast<ObjInputText*>(instance_find(static_cast<int32_t>(id.real)));
-    enable(*made);
-    return *made;
+    ObjInputText& made = made_box(name, std::move(args));
+    enable(made);
+    return made;
   }
   // Gives `box` the keys, as input_text_set_enabled does.
   static void enable(ObjInputText& box) {

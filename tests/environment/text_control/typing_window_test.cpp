@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <future>
 
+#include "environment/text_box_room.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Graphics/ImageFile.h"
@@ -54,22 +55,11 @@ TEST(TypingInAWindow, RealKeysReachTheBoxWhichShowsTextCaretAndSelection) {
   platform::set_headless(false);
   platform::Window& window = platform::make_window(false);
   window.create(600, 160, "Velant scrittura", {});
-  rooms_clear();
-  objects_clear();
-  input_reset();
-  define_obj_input_text();
-  room_add(RoomDescription{"prova", 600, 160});
-  objects_prepare();
-  set_room_target(0);
-  room_change(true);
-  current_room()->background_colour = 0xFFFFFF;
-
-  RValue args[] = {RValue::number(20), RValue::number(20), RValue::number(560), RValue::number(120),
-                   RValue::number(-1), RValue::number(-1)};
-  RValue id;
-  builtin_call("input_text_create_multiline", id, nullptr, nullptr, 6, args);
-  auto& box = *dynamic_cast<ObjInputText*>(instance_find(static_cast<int32_t>(id.real)));
-  RValue enable[] = {id, RValue::boolean(true)}, ignored;
+  open_text_box_room(600, 160);
+  ObjInputText& box = made_box("input_text_create_multiline", {RValue::number(20), RValue::number(20),
+                                                               RValue::number(560), RValue::number(120),
+                                                               RValue::number(-1), RValue::number(-1)});
+  RValue enable[] = {RValue::number(box.id), RValue::boolean(true)}, ignored;
   builtin_call("input_text_set_enabled", ignored, nullptr, nullptr, 2, enable);
 
   std::future<int> typing = std::async(std::launch::async, [] {
@@ -118,9 +108,7 @@ TEST(TypingInAWindow, RealKeysReachTheBoxWhichShowsTextCaretAndSelection) {
   EXPECT_GT(count(shown, 20, 20 + line, 80, 20 + 2 * line - 1, {255, 255, 255}, 10), 61 * line / 2)
       << "the second line is back to dark letters on white";
 
-  game_finish();
-  rooms_clear();
-  objects_clear();
+  close_text_box_room();
 }
 
 }  // namespace
