@@ -6,9 +6,32 @@
 
 #include "environment/colouring/colour_phrases.h"
 #include "environment/colouring/draw_text_custom.h"
+#include "runtime/Font/TextLayout.h"
+#include "runtime/Font/TextState.h"
+#include "runtime/Graphics/DrawState.h"
+#include "runtime/Graphics/Primitives.h"
 #include "runtime/IO/FileNames.h"
 
 namespace {
+
+constexpr double MARK_WIDTH = 8;
+
+// A tagged line as its characters stand, line feed and tags gone.
+std::string untagged_line(const std::string& tagged) {
+  std::string plain;
+  for (size_t at = 0; at < tagged.size();) {
+    if (tagged.compare(at, 3, "[$=") == 0) {
+      const size_t end = tagged.find(']', at);
+      if (end == std::string::npos) break;
+      at = end + 1;
+    } else if (tagged[at] == '\n') {
+      ++at;
+    } else {
+      plain += tagged[at++];
+    }
+  }
+  return plain;
+}
 
 constexpr std::string_view DEFINE = "definisci funzione", IMPORT = "importa funzione esterna", INCLUDE = "includi";
 
@@ -110,8 +133,23 @@ void CodeBoxColouring::prepare(const ObjInputText& box, std::vector<std::string>
       state_.multiline_comment[k + 2] = s.comment_next;
     }
     tagged_[k] = previous_color_code_[k + 1];
-    keys[k] += '\x1f' + tagged_[k];
   }
+  add_marks(box, keys);
+  for (size_t k = 0; k < keys.size(); ++k) keys[k] += '\x1f' + tagged_[k];
+}
+
+void CodeBoxColouring::add_marks(const ObjInputText& box, const std::vector<std::string>& keys) {
+  // The caret on a bracket, as a line and a column of characters.
+  const int line = std::clamp(box.cursor_line, 0, static_cast<int>(keys.size()) - 1);
+  const int column = box.caret() - 1 - box.new_line_list[static_cast<size_t>(line)];
+  marks_.clear();
+  if (!box.has_selection() && box.caret() <= static_cast<int>(box.text.size())) {
+    marks_ = bracket_marks(keys, static_cast<size_t>(line), static_cast<size_t>(std::max(column, 0)), last_page);
+  }
+  const std::string selected = box.has_selection() ? utf8_of(box.text, static_cast<size_t>(box.selection_start_ordered - 1),
+                                                             static_cast<size_t>(box.selection_end_ordered - 1))
+                                                   : "";
+  for (LineMark& m : selection_echo(keys, selected, state_.multiline_string)) marks_.push_back(m);
 }
 
 void CodeBoxColouring::paint(const ObjInputText&, size_t line, double x, double y) {
@@ -121,4 +159,24 @@ void CodeBoxColouring::paint(const ObjInputText&, size_t line, double x, double 
   if (state_of(state_.multiline_comment, static_cast<int>(line) + 1) == 0 || tagged.find("*/") != std::string::npos) {
     draw_text_custom(x, y, colour_tag(TAG_PLAIN) + tagged);
   }
+}
+
+void CodeBoxColouring::paint_over(const ObjInputText& box) {
+  // The marks go over the text, translucent, so that it still reads through them.
+  const double alpha = draw_state().alpha;
+  const int32_t font = text_state().font;
+  draw_set_font(box.font);  // the places are measured in the box's own font
+  for (const LineMark& m : marks_) {
+    if (m.line >= tagged_.size()) continue;
+    const double top = box.y + box.offset_y + box.v_align_offset + static_cast<double>(m.line) * box.line_separation;
+    if (top < box.y || top + box.line_separation > box.y + box.height) continue;
+    const Chars chars = chars_of(untagged_line(tagged_[m.line]));
+    const double left = box.x + box.offset_x + string_width(utf8_of(chars, 0, m.from));
+    const double right = box.x + box.offset_x + string_width(utf8_of(chars, 0, m.to));
+    draw_state().alpha = m.alpha;
+    draw_rectangle_colour(left, top, std::max(right, left + MARK_WIDTH) - 1, top + box.line_separation - 1, m.colour,
+                          m.colour_to, m.colour_to, m.colour, false);
+  }
+  draw_state().alpha = alpha;
+  draw_set_font(font);
 }

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "environment/colouring/code_box_marks.h"
 #include "environment/colouring/code_editor.h"
 #include "environment/text_control/input_text.h"
 
@@ -16,16 +17,22 @@ class CodeBoxColouring : public LinePainter {
  public:
   void prepare(const ObjInputText& box, std::vector<std::string>& keys) override;
   void paint(const ObjInputText& box, size_t line, double x, double y) override;
+  void paint_over(const ObjInputText& box) override;
 
   // Finds the functions of `program`: "definisci funzione" and "importa
   // funzione esterna", in it and in the files it includes.
   void scan(const std::string& program);
 
   const CodeColouring& state() const { return state_; }
+  // Whether the page on show is the program's last: only there an opening
+  // bracket without a partner is marked.
+  bool last_page = true;
   // How many lines were coloured anew since the box was made: the cache at work.
   size_t lines_coloured() const { return lines_coloured_; }
 
  private:
+  void add_marks(const ObjInputText& box, const std::vector<std::string>& lines);
+
   CodeColouring state_;
   std::string scanned_;                      // the program as last scanned
   std::vector<std::string> previous_version_;  // by line from 1: its text when last coloured
@@ -36,5 +43,6 @@ class CodeBoxColouring : public LinePainter {
   };
   std::vector<LineStates> previous_states_;
   std::vector<std::string> tagged_;          // the tagged lines of the page being drawn, from 0
+  std::vector<LineMark> marks_;              // the brackets' and the selection's marks on them
   size_t lines_coloured_ = 0;
 };

@@ -33,6 +33,8 @@ class LinePainter {
   virtual void prepare(const ObjInputText& box, std::vector<std::string>& keys) = 0;
   // Paints line `line` (from 0) over its plain text drawn at (x, y).
   virtual void paint(const ObjInputText& box, size_t line, double x, double y) = 0;
+  // Paints over the box as shown in the room, each frame: marks that come and go with the caret.
+  virtual void paint_over(const ObjInputText& box) = 0;
 };
 
 // What a Step did; it decides the follow-up (line table, undo, selection).

@@ -87,6 +87,8 @@ void ObjInputText::draw_text_lines(bool lost, double left, double top) {
   draw_state().alpha = alpha;
   for (size_t line = first; line < last_new; ++line) {
     const double line_top = top + static_cast<double>(line) * line_separation;
+    // A painter may have blended its marks: the plain text is written as it is again.
+    set_blend_mode(BLEND_ONE, BLEND_ZERO);
     if (!lines[line].empty()) draw_text(left, line_top, lines[line]);
     if (painter) painter->paint(*this, line, left, line_top);
   }
@@ -154,6 +156,7 @@ void ObjInputText::draw_widget() {
     draw_surface_ext(sf_selection, x, y, sx, sy, image_angle, selection_color_background, selection_alpha_background);
     draw_surface_ext(sf_main, x, y, sx, sy, image_angle, 0xFFFFFF, 1);
   }
+  if (painter) painter->paint_over(*this);
   if (!enabled || has_selection() || mouse_button_down(MOUSE_RIGHT)) return;
   double shown = cursor_timer > 0 ? 1 : 0;
   if (cursor_style != 0) {

@@ -79,6 +79,17 @@ TEST_F(CodeBoxColours, TheShowcaseShowsEachClassInItsColour) {
   EXPECT_GT(pixels_of(image, 7, TAG_LABEL), 30) << "ROSSO, VERDE, BLU";
   EXPECT_GT(pixels_of(image, 7, TAG_KEYWORD), 3) << "the colons";
   EXPECT_GT(pixels_of(image, 29, TAG_STRING), 20) << "\"immagini/stella\"";
+
+  // The caret on the bracket of row 7: it and its partner are marked in light cyan.
+  const std::string row7 = "cielo = ottieni colore rgb (ROSSO: 135, VERDE: 200, BLU: 240)";
+  box_->cursor_position = box_->new_line_list[7] + static_cast<int>(row7.find('(')) + 1;
+  box_->update_surfaces = true;
+  frame_run();
+  const Image marked = picture();
+  image_save_png("code_box_marks.png", marked);
+  constexpr uint32_t LIGHT_CYAN = 0xFFFF8C;  // cyan at under half over white
+  EXPECT_GT(pixels_of(marked, 7, LIGHT_CYAN), 40) << "both brackets";
+  EXPECT_EQ(pixels_of(marked, 6, LIGHT_CYAN), 0);
 }
 
 TEST_F(CodeBoxColours, ATypedLineAloneIsColouredAgainAndNewFunctionsTurnRed) {
