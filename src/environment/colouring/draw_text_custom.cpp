@@ -44,6 +44,26 @@ CustomText measure_text_custom(std::string_view tagged) {
   return measured;
 }
 
+std::string string_typing_custom(std::string_view tagged, size_t count) {
+  std::string out;
+  for (size_t at = 0; at < tagged.size();) {
+    if (tagged.substr(at, TAG_START.size()) == TAG_START) {
+      const size_t end = std::min(tagged.find(']', at), tagged.size() - 1);
+      out.append(tagged.substr(at, end + 1 - at));
+      at = end + 1;
+      continue;
+    }
+    if (count == 0) break;
+    // A character is all its UTF-8 bytes.
+    size_t length = 1;
+    while (at + length < tagged.size() && (static_cast<unsigned char>(tagged[at + length]) & 0xC0) == 0x80) ++length;
+    out.append(tagged.substr(at, length));
+    at += length;
+    --count;
+  }
+  return out;
+}
+
 CustomText draw_text_custom(double x, double y, std::string_view tagged) {
   const uint32_t before = draw_state().colour;
   CustomText drawn;

@@ -17,3 +17,6 @@ struct CustomText {
 CustomText draw_text_custom(double x, double y, std::string_view tagged);
 // What draw_text_custom would draw, measured without drawing.
 CustomText measure_text_custom(std::string_view tagged);
+// The first `count` visible characters of `tagged`, its tags kept whole:
+// a tagged text typed out a character at a time.
+std::string string_typing_custom(std::string_view tagged, size_t count);

@@ -19,6 +19,7 @@
 #include "runtime/Room/FrameState.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Run/Frame.h"
+#include "support/SaveArea.h"
 
 namespace {
 
@@ -104,6 +105,13 @@ TEST_F(CodeBoxColours, ATypedLineAloneIsColouredAgainAndNewFunctionsTurnRed) {
   show("definisci funzione saluta {\n}\nsaluta");
   EXPECT_EQ(colours_.state().user_functions, (std::vector<std::string>{"saluta"}));
   EXPECT_GT(pixels_of(picture(), 2, TAG_FUNCTION), 20) << "the call shows red once the definition is seen";
+
+  // A function defined in an included file, found where the program's files are.
+  const SaveArea files;
+  files.write("libreria.txt", "definisci funzione \"balla forte\" {\n}\n");
+  show("includi \"libreria\"\nballa forte");
+  EXPECT_EQ(colours_.state().user_functions, (std::vector<std::string>{"balla forte"}));
+  EXPECT_GT(pixels_of(picture(), 1, TAG_FUNCTION), 20);
 }
 
 }  // namespace
