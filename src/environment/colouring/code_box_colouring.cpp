@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr double MARK_WIDTH = 8;
+constexpr double MARK_WIDTH = 8, UNDERLINE = 2;
 
 // A tagged line as its characters stand, line feed and tags gone.
 std::string untagged_line(const std::string& tagged) {
@@ -150,6 +150,7 @@ void CodeBoxColouring::add_marks(const ObjInputText& box, const std::vector<std:
                                                              static_cast<size_t>(box.selection_end_ordered - 1))
                                                    : "";
   for (LineMark& m : selection_echo(keys, selected, state_.multiline_string)) marks_.push_back(m);
+  for (LineMark& m : arrow_and_debug_marks(keys, tagged_, state_.multiline_string)) marks_.push_back(m);
 }
 
 void CodeBoxColouring::paint(const ObjInputText&, size_t line, double x, double y) {
@@ -174,8 +175,9 @@ void CodeBoxColouring::paint_over(const ObjInputText& box) {
     const double left = box.x + box.offset_x + string_width(utf8_of(chars, 0, m.from));
     const double right = box.x + box.offset_x + string_width(utf8_of(chars, 0, m.to));
     draw_state().alpha = m.alpha;
-    draw_rectangle_colour(left, top, std::max(right, left + MARK_WIDTH) - 1, top + box.line_separation - 1, m.colour,
-                          m.colour_to, m.colour_to, m.colour, false);
+    const double bottom = top + box.line_separation - 1;
+    draw_rectangle_colour(left, m.underline ? bottom - UNDERLINE + 1 : top, std::max(right, left + MARK_WIDTH) - 1,
+                          bottom, m.colour, m.colour_to, m.colour_to, m.colour, false);
   }
   draw_state().alpha = alpha;
   draw_set_font(font);

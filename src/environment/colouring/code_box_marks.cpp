@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr uint32_t CYAN = 16776960, WARNING_RED = 255, WARNING_ORANGE = 4235519, ECHO = 0xE6B450;
+constexpr uint32_t CYAN = 16776960, WARNING_RED = 255, WARNING_ORANGE = 4235519, ECHO = 0xE6B450, ARROW_RED = 255,
+                   DEBUG_AMBER = 0x00A5FF;
 constexpr double BRACKET_ALPHA = 0.45, ECHO_ALPHA = 0.3;
 
 struct Place {
@@ -76,22 +77,51 @@ std::vector<LineMark> bracket_marks(const std::vector<std::string>& lines, size_
   }
 }
 
+// Where `wanted` stands in `text`, in characters.
+std::vector<size_t> places_of(const Chars& text, const Chars& wanted) {
+  std::vector<size_t> places;
+  for (auto at = std::search(text.begin(), text.end(), wanted.begin(), wanted.end()); at != text.end();
+       at = std::search(at + static_cast<long>(wanted.size()), text.end(), wanted.begin(), wanted.end())) {
+    places.push_back(static_cast<size_t>(at - text.begin()));
+  }
+  return places;
+}
+
+// `text` up to its first comment mark.
+Chars before_comments(Chars text) {
+  for (const char32_t* mark : {U"//", U"/*"}) text.erase(std::search(text.begin(), text.end(), mark, mark + 2), text.end());
+  return text;
+}
+
+bool in_a_string(const std::vector<int>& in_string, size_t line) {
+  return line + 1 < in_string.size() && in_string[line + 1] == 1;
+}
+
+std::vector<LineMark> arrow_and_debug_marks(const std::vector<std::string>& lines,
+                                            const std::vector<std::string>& tagged, const std::vector<int>& in_string) {
+  std::vector<LineMark> marks;
+  const Chars arrow = chars_of("-->"), debug = chars_of("debug");
+  for (size_t line = 0; line < lines.size(); ++line) {
+    const Chars text = chars_of(lines[line]);
+    if (line < tagged.size() && tagged[line].find("[$=255]-->") != std::string::npos) {
+      for (const size_t at : places_of(text, arrow)) marks.push_back({line, at, at + 3, ARROW_RED, ARROW_RED, 1, true});
+    }
+    if (in_a_string(in_string, line)) continue;
+    for (const size_t at : places_of(before_comments(text), debug)) {
+      marks.push_back({line, at, at + 5, DEBUG_AMBER, DEBUG_AMBER, 1, true});
+    }
+  }
+  return marks;
+}
+
 std::vector<LineMark> selection_echo(const std::vector<std::string>& lines, const std::string& selected,
                                      const std::vector<int>& in_string) {
   std::vector<LineMark> marks;
   if (selected.empty() || selected == " " || selected == "  ") return marks;
   const Chars wanted = chars_of(selected);
   for (size_t line = 0; line < lines.size(); ++line) {
-    if (line + 1 < in_string.size() && in_string[line + 1] == 1) continue;
-    Chars text = chars_of(lines[line]);
-    // Before any comment mark.
-    for (const char32_t* mark : {U"//", U"/*"}) {
-      const auto at = std::search(text.begin(), text.end(), mark, mark + 2);
-      text.erase(at, text.end());
-    }
-    for (auto at = std::search(text.begin(), text.end(), wanted.begin(), wanted.end()); at != text.end();
-         at = std::search(at + static_cast<long>(wanted.size()), text.end(), wanted.begin(), wanted.end())) {
-      const auto from = static_cast<size_t>(at - text.begin());
+    if (in_a_string(in_string, line)) continue;
+    for (const size_t from : places_of(before_comments(chars_of(lines[line])), wanted)) {
       marks.push_back({line, from, from + wanted.size(), ECHO, ECHO, ECHO_ALPHA});
     }
   }

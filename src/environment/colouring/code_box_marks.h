@@ -12,6 +12,7 @@ struct LineMark {
   size_t from, to;          // characters of the line, [from, to)
   uint32_t colour, colour_to;  // left and right colour
   double alpha;
+  bool underline = false;   // a line under the characters instead of a box around them
 };
 
 // The marks of the bracket right of the caret (at `column` of `line`) and
@@ -21,5 +22,10 @@ struct LineMark {
 std::vector<LineMark> bracket_marks(const std::vector<std::string>& lines, size_t line, size_t column, bool last_page);
 // A light mark on each place where `selected` stands, on lines that aren't
 // in a string, before any comment mark.
+// A red line under each "-->" that the colouring made a function arrow, and
+// an amber one under each "debug" that stands before any comment mark, on
+// lines that aren't in a string: the places a learner looks for first.
+std::vector<LineMark> arrow_and_debug_marks(const std::vector<std::string>& lines,
+                                            const std::vector<std::string>& tagged, const std::vector<int>& in_string);
 std::vector<LineMark> selection_echo(const std::vector<std::string>& lines, const std::string& selected,
                                      const std::vector<int>& in_string);

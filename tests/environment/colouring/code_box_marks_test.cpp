@@ -4,12 +4,12 @@
 
 namespace {
 
-// Each mark as "line:from-to" and a "!" for a warning.
+// Each mark as "line:from-to", with "!" for a warning and "_" for an underline.
 std::vector<std::string> shown(const std::vector<LineMark>& marks) {
   std::vector<std::string> out;
   for (const LineMark& m : marks) {
     out.push_back(std::to_string(m.line) + ":" + std::to_string(m.from) + "-" + std::to_string(m.to) +
-                  (m.alpha == 1 ? "!" : ""));
+                  (m.underline ? "_" : m.alpha == 1 ? "!" : ""));
   }
   return out;
 }
@@ -41,6 +41,14 @@ TEST(CodeBoxMarks, TheSelectionIsEchoedOutsideStringsAndComments) {
   const std::vector<int> in_string = {0, 0, 1, 0};
   EXPECT_EQ(shown(selection_echo(page, "X", in_string)), (std::vector<std::string>{"0:0-1", "0:4-5", "2:4-5"}));
   EXPECT_TRUE(selection_echo(page, " ", in_string).empty());
+}
+
+TEST(CodeBoxMarks, FunctionArrowsAndDebugAreUnderlined) {
+  const std::vector<std::string> page = {"f --> x", "debug X // debug", "\"debug"};
+  const std::vector<std::string> tagged = {"f [$=255]-->[$=0] x", "", ""};
+  EXPECT_EQ(shown(arrow_and_debug_marks(page, tagged, {0, 0, 0, 1})),
+            (std::vector<std::string>{"0:2-5_", "1:0-5_"}))
+      << "not after a comment mark, not in a string";
 }
 
 }  // namespace
