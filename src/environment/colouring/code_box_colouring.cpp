@@ -16,23 +16,6 @@ namespace {
 
 constexpr double MARK_WIDTH = 8, UNDERLINE = 2;
 
-// A tagged line as its characters stand, line feed and tags gone.
-std::string untagged_line(const std::string& tagged) {
-  std::string plain;
-  for (size_t at = 0; at < tagged.size();) {
-    if (tagged.compare(at, 3, "[$=") == 0) {
-      const size_t end = tagged.find(']', at);
-      if (end == std::string::npos) break;
-      at = end + 1;
-    } else if (tagged[at] == '\n') {
-      ++at;
-    } else {
-      plain += tagged[at++];
-    }
-  }
-  return plain;
-}
-
 constexpr std::string_view DEFINE = "definisci funzione", IMPORT = "importa funzione esterna", INCLUDE = "includi";
 
 // The name behind position `at`: a text in double quotes, or a word up to a
@@ -45,8 +28,13 @@ std::string name_at(const std::string& text, size_t at) {
     const size_t close = text.find('"', at + 1);
     name = text.substr(at + 1, close == std::string::npos ? std::string::npos : close - at - 1);
   } else {
-    name = text.substr(at, text.find_first_of(" (){};\n\r", at) - at);
+    name = text.substr(at, text.find_first_of(" {};#\n\r", at) - at);
   }
+  return name;
+}
+
+// A defined function's name: underscores stand for blanks.
+std::string defined_name(std::string name) {
   std::ranges::replace(name, '_', ' ');
   return name;
 }
@@ -58,14 +46,13 @@ void add_once(std::vector<std::string>& names, std::string name) {
 // The functions that `text` defines, and the external functions it imports by their "(TESTO:" name.
 void find_functions(const std::string& text, CodeColouring& c) {
   for (size_t at = text.find(DEFINE); at != std::string::npos; at = text.find(DEFINE, at + 1)) {
-    add_once(c.user_functions, name_at(text, at + DEFINE.size()));
+    add_once(c.user_functions, defined_name(name_at(text, at + DEFINE.size())));
   }
   for (size_t at = text.find(IMPORT); at != std::string::npos; at = text.find(IMPORT, at + 1)) {
     const size_t label = text.find("(TESTO:", at);
     if (label == std::string::npos) break;
     std::string name = name_at(text, label + 7);
     if (const size_t arrow = name.find("-->"); arrow != std::string::npos) name.erase(arrow);
-    while (!name.empty() && name.back() == ' ') name.pop_back();
     add_once(c.external_functions, name);
   }
 }
@@ -119,6 +106,7 @@ void CodeBoxColouring::prepare(const ObjInputText& box, std::vector<std::string>
     const std::string line = (k > 0 ? "\n" : "") + keys[k];
     // A line is coloured again when it changed, or when what the line above leaves open changed.
     const std::string version = line + '\x1f' + static_cast<char>('0' + state_of(state_.multiline_string, zc - 1)) +
+                                static_cast<char>('0' + state_of(state_.multiline_comment, zc - 1)) +
                                 static_cast<char>('0' + state_of(state_.multiline_comment, zc));
     if (previous_version_[k + 1] != version) {
       previous_color_code_[k + 1] = code_editor(line, zc, state_);
@@ -134,6 +122,7 @@ void CodeBoxColouring::prepare(const ObjInputText& box, std::vector<std::string>
     }
     tagged_[k] = previous_color_code_[k + 1];
   }
+  plain_ = keys;
   add_marks(box, keys);
   for (size_t k = 0; k < keys.size(); ++k) keys[k] += '\x1f' + tagged_[k];
 }
@@ -171,7 +160,7 @@ void CodeBoxColouring::paint_over(const ObjInputText& box) {
     if (m.line >= tagged_.size()) continue;
     const double top = box.y + box.offset_y + box.v_align_offset + static_cast<double>(m.line) * box.line_separation;
     if (top < box.y || top + box.line_separation > box.y + box.height) continue;
-    const Chars chars = chars_of(untagged_line(tagged_[m.line]));
+    const Chars chars = chars_of(plain_[m.line]);
     const double left = box.x + box.offset_x + string_width(utf8_of(chars, 0, m.from));
     const double right = box.x + box.offset_x + string_width(utf8_of(chars, 0, m.to));
     draw_state().alpha = m.alpha;

@@ -43,6 +43,7 @@ class CodeBoxColouring : public LinePainter {
   };
   std::vector<LineStates> previous_states_;
   std::vector<std::string> tagged_;          // the tagged lines of the page being drawn, from 0
+  std::vector<std::string> plain_;           // and the same lines as they stand
   std::vector<LineMark> marks_;              // the brackets' and the selection's marks on them
   size_t lines_coloured_ = 0;
 };

@@ -48,9 +48,8 @@ std::string tag_phrases(const std::string& text) {
   out.reserve(text.size() * 2);
   bool coloured = false;  // inside a piece that an earlier step coloured
   for (size_t i = 0; i < text.size();) {
-    if (text.compare(i, TAG_START.size(), TAG_START) == 0) {
+    if (text.compare(i, TAG_START.size(), TAG_START) == 0 && text.find(']', i) != std::string::npos) {
       const size_t end = text.find(']', i);
-      if (end == std::string::npos) break;
       coloured = text.compare(i, end + 1 - i, colour_tag(TAG_PLAIN)) != 0;
       out.append(text, i, end + 1 - i);
       i = end + 1;
@@ -117,16 +116,18 @@ void set_state(std::vector<int>& states, int zc, int value) {
 void colour_strings(std::string& text, int zc, CodeColouring& c) {
   const auto quotes = static_cast<int>(std::ranges::count(text, '"'));
   const bool open_above = state_at(c.multiline_string, zc - 1) == 1;
-  if (quotes > 0 && quotes % 2 == 0 && !open_above) {
+  if (quotes > 0 && quotes % 2 == 0) {
     std::string out;
-    size_t from = 0;
+    size_t from = 0, search = 0;
     for (int pair = 0; pair < 10; ++pair) {
-      const size_t open = text.find('"', from);
+      const size_t open = text.find('"', search);
       if (open == std::string::npos) break;
       const size_t close = text.find('"', open + 1);
       out.append(text, from, open - from);
-      out += as_string(std::string_view(text).substr(open, close - open + 1)) + colour_tag(TAG_PLAIN);
-      from = close + 1;
+      // The stretch with its opening quote; the closing one stands behind it, in black.
+      out += as_string(std::string_view(text).substr(open, close - open)) + colour_tag(TAG_PLAIN);
+      from = close;
+      search = close + 1;
     }
     out.append(text, from, std::string::npos);
     text = out;
@@ -157,7 +158,8 @@ void colour_block_comments(std::string& text, int zc, CodeColouring& c) {
     set_state(c.multiline_comment, zc, 2);
   } else if (const size_t open = text.find("/*"); open != std::string::npos) {
     set_state(c.multiline_comment, zc + 1, 1);
-    text = text.substr(0, open) + green + "/*";
+    // From the mark on, the plain layer's comment colour shows.
+    text = text.substr(0, open) + green;
   } else if (zc != 0) {
     set_state(c.multiline_comment, zc + 1, 0);
     if (state_at(c.multiline_comment, zc - 1) == 1) {
@@ -165,6 +167,19 @@ void colour_block_comments(std::string& text, int zc, CodeColouring& c) {
       set_state(c.multiline_comment, zc + 1, 1);
     }
   }
+}
+
+size_t characters_in(std::string_view text) {
+  return static_cast<size_t>(std::ranges::count_if(text, [](char ch) { return (static_cast<unsigned char>(ch) & 0xC0) != 0x80; }));
+}
+
+bool third_character_is_slash(std::string_view text) {
+  size_t seen = 0;
+  for (const char ch : text) {
+    if ((static_cast<unsigned char>(ch) & 0xC0) == 0x80) continue;
+    if (++seen == 3) return ch == '/';
+  }
+  return false;
 }
 
 }  // namespace
@@ -178,7 +193,7 @@ std::string code_editor(std::string text, int zc, CodeColouring& c) {
     if (const size_t cr = text.find('\r'); cr != std::string::npos) text.erase(cr, 1);
     if (const size_t lf = text.find('\n'); lf != std::string::npos) text.erase(lf, 1);
     const size_t end = text.find("*/");
-    text = std::string(end, ' ') + text.substr(end);
+    text = std::string(characters_in(std::string_view(text).substr(0, end)), ' ') + text.substr(end);
   }
   // 2. The program's own functions, and the external ones it imports.
   for (const auto* names : {&c.user_functions, &c.external_functions}) {
@@ -187,8 +202,9 @@ std::string code_editor(std::string text, int zc, CodeColouring& c) {
   replace_all(text, colour_tag(TAG_FUNCTION) + colour_tag(TAG_FUNCTION), colour_tag(TAG_FUNCTION));
   replace_all(text, plain + plain, plain);
   // 3. A line that is a comment from its start.
-  if (text.size() > 2 && text[2] == '/') {
+  if (third_character_is_slash(text)) {
     replace_first(text, "//", colour_tag(TAG_COMMENT) + "//");
+    set_state(c.multiline_string, zc, 0);
   } else {
     // 4. The line feed in front stands as a piece of its own, which shifts nothing.
     if (zc > 1) {

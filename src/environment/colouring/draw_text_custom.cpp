@@ -17,14 +17,14 @@ void for_each_piece(std::string_view tagged, Piece piece) {
   long colour = -1;
   size_t at = 0;
   while (at < tagged.size()) {
-    if (tagged.substr(at, TAG_START.size()) == TAG_START) {
+    if (tagged.substr(at, TAG_START.size()) == TAG_START && tagged.find(']', at) != std::string_view::npos) {
       const size_t end = tagged.find(']', at);
-      if (end == std::string_view::npos) break;
       colour = std::strtol(std::string(tagged.substr(at + 3, end - at - 3)).c_str(), nullptr, 10);
       at = end + 1;
       continue;
     }
-    const size_t next = std::min(tagged.find(TAG_START, at), tagged.size());
+    // An unfinished tag is text like any other.
+    const size_t next = std::min(tagged.find(TAG_START, at + 1), tagged.size());
     std::string text(tagged.substr(at, next - at));
     std::erase(text, '\n');
     piece(text, colour);
