@@ -106,6 +106,13 @@ TEST_F(CodeBoxColours, ATypedLineAloneIsColouredAgainAndNewFunctionsTurnRed) {
   EXPECT_EQ(colours_.state().user_functions, (std::vector<std::string>{"saluta"}));
   EXPECT_GT(pixels_of(picture(), 2, TAG_FUNCTION), 20) << "the call shows red once the definition is seen";
 
+  // A function's arrow and a "debug" are underlined (the picture is kept as code_box_underlines.png).
+  show("valore --> ottieni testo maiuscolo (TESTO: nome)\ndebug valore");
+  const Image underlined = picture();
+  image_save_png("code_box_underlines.png", underlined);
+  EXPECT_GT(pixels_of(underlined, 0, TAG_FUNCTION), 60) << "the red arrow, its phrase and its underline";
+  EXPECT_GT(pixels_of(underlined, 1, 0x00A5FF), 25) << "the amber line under \"debug\"";
+
   // A function defined in an included file, found where the program's files are.
   const SaveArea files;
   files.write("libreria.txt", "definisci funzione \"balla forte\" {\n}\n");
