@@ -4,12 +4,14 @@
 #include <iterator>
 
 #include "environment/rooms.h"
+#include "language/tokenizer/controllo_errori.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/TextDrawing.h"
 #include "runtime/Function/DialogFunctions.h"
+#include "runtime/Function/SystemFunctions.h"
 #include "runtime/IO/FileNames.h"
 #include "runtime/IO/Input.h"
 #include "runtime/IO/WholeFile.h"
@@ -74,6 +76,13 @@ void TastoEsegui::alarm_0() {
   original_str = str;
   str += "filler ";
   fatal_error = 0;
+  // The check before the run: a failure keeps the program in the editor, a single run is a warning.
+  const PreRunCheck check = controllo_errori(str, original_str, os_is_network_connected);
+  if (!check.message.empty()) show_message(RValue::text(check.message));
+  if (!check.passed) {
+    fatal_error = 1;
+    return;
+  }
   // The whole hand-over to the run: the text in code.txt, written whole.
   // Without it the run would take an older program, so there is none.
   if (!file_write_whole(file_folders().save_area + "code.txt", original_str)) {

@@ -13,6 +13,9 @@
 #include "environment/folders.h"
 #include "environment/rooms.h"
 #include "language/evaluation/error_frame.h"
+#include "language/tokenizer/controllo_errori.h"
+#include "runtime/Function/DialogFunctions.h"
+#include "runtime/Function/SystemFunctions.h"
 #include "environment/main_code_ctrl.h"
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Screen.h"
@@ -58,6 +61,12 @@ std::optional<RunRequest> parse(int argc, char** argv) {
   return request;
 }
 
+// A message of the check: printed as a headless run prints message boxes, or shown in one.
+void tell(const std::string& text, bool headless) {
+  if (headless) std::printf("%s\n\n", text.c_str());
+  else show_message(RValue::text(text));
+}
+
 }  // namespace
 
 int run_command(int argc, char** argv) {
@@ -71,7 +80,11 @@ int run_command(int argc, char** argv) {
     std::fprintf(stderr, "velant: impossibile aprire il file \"%s\"\n", request->file.c_str());
     return 2;
   }
-  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  // The check the Run button makes: a failure ends here, a single run is a warning and goes on.
+  const PreRunCheck check = controllo_errori(text + "filler ", text, os_is_network_connected);
+  if (!check.message.empty()) tell(check.message, request->headless);
+  if (!check.passed) return 1;
   // The program finds the files that stand beside it, wherever the command is run from.
   std::error_code failed;
   const std::string beside = std::filesystem::absolute(request->file, failed).parent_path().string();

@@ -104,3 +104,19 @@ TEST_F(RunCommand, OnlyWhatTheLoopDrawsStaysOnAWindowOfTheProgramsSize) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(RunCommand, TheCheckBeforeTheRunStopsAFaultAndWarnsOfASingleRun) {
+  const RunResult fault = run("INIZIA\nCICLO CONTINUO\nse X è uguale a 1 allora\nX = 2\n", "--frames 2");
+  EXPECT_EQ(fault.status, 1);
+  EXPECT_EQ(fault.out.find("ERRORE: una parentesi graffa non è stata chiusa"), 0u) << fault.out;
+  EXPECT_FALSE(std::filesystem::exists(folder_ / SAVE_AREA / "code.txt")) << "nothing goes to the run";
+
+  const RunResult once = run("INIZIA\nX = 5\n", "--frames 3 --vars");
+  EXPECT_EQ(once.status, 0);
+  EXPECT_EQ(once.out.find("ATTENZIONE: non hai utilizzato l'evento CICLO CONTINUO"), 0u) << once.out;
+  EXPECT_EQ(once.value("X"), "5");
+}
+
+}  // namespace

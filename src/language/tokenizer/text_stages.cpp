@@ -5,6 +5,7 @@
 
 #include "language/tokenizer/token_cut.h"
 #include "language/tokenizer/tokenizer.h"
+#include "language/tokenizer/text_cleaning.h"
 #include "language/tokenizer/text_edit.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/MathFunctions.h"
@@ -47,6 +48,38 @@ void delete_comments(std::string& text, std::string_view opener, Span span) {
 }
 
 }  // namespace
+
+void tighten_bracket_blanks(std::string& text) {
+  static constexpr Rewrite rewrites[] = {
+      {" )", ")"},        {") ", ")"},       {"  )", ")"},       {"   ) ", ")"},       {"    ) ", ")"},
+      {"     ) ", ")"},   {"      ) ", ")"}, {"(  ", "("},       {"(   ", "("},       {"(    ", "("},
+      {"(     ", "("},    {"(      ", "("},  {"(       ", "("},
+  };
+  text_edit::replace_all(text, rewrites);
+}
+
+// A comment loses at most its first 1000 characters; the line end that ends it stays.
+void remove_comments_up_to(std::string& text, char line_end) {
+  delete_comments(text, "//", [line_end](const std::string& t, size_t at) {
+    size_t pos = at;
+    for (int n = 0; n < 1000 && pos < t.size() && t[pos] != line_end; ++n) pos = text_edit::next(t, pos);
+    return pos - at;
+  });
+}
+
+// Line ends inside a block comment go with it; an unclosed one takes 1002 characters.
+void remove_block_comments(std::string& text) {
+  delete_comments(text, "/*", [](const std::string& t, size_t at) {
+    size_t pos = at;
+    for (int n = 0; n < 1000 && pos < t.size(); ++n) {
+      if (t[pos] == '*' && pos + 1 < t.size() && t[pos + 1] == '/') break;
+      pos = text_edit::next(t, pos);
+    }
+    // The closing "*/", where there is one.
+    for (int k = 0; k < 2 && pos < t.size(); ++k) pos = text_edit::next(t, pos);
+    return pos - at;
+  });
+}
 
 bool Tokenizer::read_lines(const std::string& path, bool guard_hash, std::string& out) const {
   std::ifstream file(path, std::ios::binary);
@@ -133,14 +166,7 @@ void Tokenizer::clear_token_arrays() {
 }
 
 // 6.
-void Tokenizer::tighten_brackets() {
-  static constexpr Rewrite rewrites[] = {
-      {" )", ")"},        {") ", ")"},       {"  )", ")"},       {"   ) ", ")"},       {"    ) ", ")"},
-      {"     ) ", ")"},   {"      ) ", ")"}, {"(  ", "("},       {"(   ", "("},       {"(    ", "("},
-      {"(     ", "("},    {"(      ", "("},  {"(       ", "("},
-  };
-  text_edit::replace_all(message_, rewrites);
-}
+void Tokenizer::tighten_brackets() { tighten_bracket_blanks(message_); }
 
 // 7.
 void Tokenizer::join_continued_lines() {
@@ -148,28 +174,11 @@ void Tokenizer::join_continued_lines() {
   text_edit::replace_all(message_, rewrites);
 }
 
-// 8. A comment loses at most its first 1000 characters; the "#" that ends it stays.
-void Tokenizer::remove_line_comments() {
-  delete_comments(message_, "//", [](const std::string& text, size_t at) {
-    size_t pos = at;
-    for (int n = 0; n < 1000 && pos < text.size() && text[pos] != '#'; ++n) pos = text_edit::next(text, pos);
-    return pos - at;
-  });
-}
+// 8.
+void Tokenizer::remove_line_comments() { remove_comments_up_to(message_, '#'); }
 
-// 9. Line ends inside a block comment go with it; an unclosed one takes 1002 characters.
-void Tokenizer::remove_block_comments() {
-  delete_comments(message_, "/*", [](const std::string& text, size_t at) {
-    size_t pos = at;
-    for (int n = 0; n < 1000 && pos < text.size(); ++n) {
-      if (text[pos] == '*' && pos + 1 < text.size() && text[pos + 1] == '/') break;
-      pos = text_edit::next(text, pos);
-    }
-    // The closing "*/", where there is one.
-    for (int k = 0; k < 2 && pos < text.size(); ++k) pos = text_edit::next(text, pos);
-    return pos - at;
-  });
-}
+// 9.
+void Tokenizer::remove_block_comments() { ::remove_block_comments(message_); }
 
 // 10.
 void Tokenizer::mark_line_break_words() {

@@ -11,6 +11,8 @@ std::string clipboard_get_text();
 bool clipboard_has_text();
 // The value of the environment variable `name`, "" when it isn't set.
 std::string environment_get_variable(const std::string& name);
+// Whether the machine is on a network (an interface besides the loopback is up).
+bool os_is_network_connected();
 
-// clipboard_*, environment_get_variable as built-ins.
+// clipboard_*, environment_get_variable, os_is_network_connected as built-ins.
 void register_system_builtins();
