@@ -4,7 +4,6 @@
 // protractor over it, the saved screen, and the showcase example. Each
 // statement's keys and defaults are checked in process in tests/families.
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "run_fixture.h"
@@ -139,8 +138,7 @@ TEST_F(DrawingRun, TheShowcaseExampleDrawsItsScene) {
   const std::filesystem::path examples = std::filesystem::path(VELANT_SOURCE_DIR) / "examples";
   std::filesystem::create_directories(folder_ / "immagini");
   std::filesystem::copy_file(examples / "immagini" / "stella.png", folder_ / "immagini" / "stella.png");
-  std::ifstream file(examples / "vetrina.txt", std::ios::binary);
-  const Image image = draw_program(std::string(std::istreambuf_iterator<char>(file), {}), 5);
+  const Image image = draw_program(read_whole_file(examples / "vetrina.txt"), 5);
   EXPECT_TRUE(printed_only_variables());
   EXPECT_EQ(image.width, 800);
   EXPECT_EQ(image.height, 600);

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -71,9 +71,7 @@ TEST(ControlloErrori, ASingleRunIsAWarningAndWebResourcesNeedTheNetwork) {
 TEST(ControlloErrori, EveryExamplePasses) {
   for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(VELANT_SOURCE_DIR) / "examples")) {
     if (entry.path().extension() != ".txt") continue;
-    std::ifstream file(entry.path(), std::ios::binary);
-    const std::string program{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_EQ(outcome(program), "ok") << entry.path().filename();
+    EXPECT_EQ(outcome(read_whole_file(entry.path())), "ok") << entry.path().filename();
   }
 }
 

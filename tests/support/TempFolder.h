@@ -7,7 +7,14 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
+
+// The whole of the file at `path`, "" when there is none.
+inline std::string read_whole_file(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
 
 class TempFolder {
  public:

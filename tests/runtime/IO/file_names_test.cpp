@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "runtime/Code/Conversions.h"
 #include "runtime/IO/BinaryFile.h"
@@ -22,11 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 RValue text(const std::string& s) { return RValue::text(s); }
-
-std::string read(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // The whole text of `name` as file_text_* reads it, "missing" when it can't be opened.
 std::string read_by_rule(const std::string& name) {
@@ -86,7 +79,7 @@ TEST_F(FileNames, WritesGoToTheSaveAreaAndPathsOutsideAreRefusedUnlessChosen) {
   const int h = file_text_open_write("punti/record.txt");
   file_text_write_string(h, "42");
   file_text_close(h);
-  EXPECT_EQ(read(save_ / "punti/record.txt"), "42");
+  EXPECT_EQ(read_whole_file(save_ / "punti/record.txt"), "42");
   EXPECT_FALSE(fs::exists(program_ / "punti"));
 
   // A full path outside behaves like a missing file, with the refusal in the debug stream.
@@ -101,7 +94,7 @@ TEST_F(FileNames, WritesGoToTheSaveAreaAndPathsOutsideAreRefusedUnlessChosen) {
         << lines;
     EXPECT_NE(lines.find("ERROR!!! :: Failed to open file: " + refused + "\n"), std::string::npos) << lines;
   }
-  EXPECT_EQ(read(far), "x");
+  EXPECT_EQ(read_whole_file(far), "x");
 
   // A path chosen in a dialog may be used as it stands, for this run only.
   file_allow(far);
@@ -113,7 +106,7 @@ TEST_F(FileNames, WritesGoToTheSaveAreaAndPathsOutsideAreRefusedUnlessChosen) {
   file_allow(beside);
   const int out = file_text_open_write(beside);
   file_text_close(out);
-  EXPECT_EQ(read(beside), "");
+  EXPECT_EQ(read_whole_file(beside), "");
   EXPECT_FALSE(fs::exists(save_ / "scelto.txt"));
   file_sandbox_set(false);
   EXPECT_EQ(read_by_rule(far), "x");
@@ -150,7 +143,7 @@ TEST_F(FileNames, BinaryFilesAreReadAndWrittenByteByByte) {
   ASSERT_GE(out, 1);
   for (const int byte : {0, 255, 256, -1, 65}) file_bin_write_byte(out, byte);
   file_bin_close(out);
-  EXPECT_EQ(read(save_ / "dati.bin"), std::string("\x00\xFF\x00\xFF" "A", 5));
+  EXPECT_EQ(read_whole_file(save_ / "dati.bin"), std::string("\x00\xFF\x00\xFF" "A", 5));
 
   const int both = file_bin_open("dati.bin", 2);
   EXPECT_EQ(file_bin_size(both), 5);

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <thread>
 #include <vector>
@@ -76,8 +74,7 @@ TEST(Http, PagesFilesErrorsAndSlowBodiesArriveAsRecords) {
   EXPECT_EQ(done.at("url"), server.url("/pagina"));
 
   EXPECT_EQ(records[file].back().at("result"), "Suoni/melodia.ogg");
-  std::ifstream saved(save_area / "Suoni/melodia.ogg", std::ios::binary);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), std::string("OggS\0\1", 6));
+  EXPECT_EQ(read_whole_file(save_area / "Suoni/melodia.ogg"), std::string("OggS\0\1", 6));
 
   EXPECT_EQ(records[missing].back().at("http_status"), "404");
   EXPECT_EQ(records[missing].back().at("status"), "0") << "an error page is an answer";

@@ -5,18 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 
 #include "support/Fatal.h"
 #include "support/SaveArea.h"
 
 namespace {
-
-std::string read(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 TEST(IniFile, AByteOrderMarkAndCrLfReadAsPlainText) {
   const SaveArea folder;
@@ -44,12 +37,12 @@ TEST(IniFile, WritesPutNewKeysFirstAndReachTheDiskAtCloseOrFlush) {
   EXPECT_FALSE(std::filesystem::exists(path)) << "nothing is written before the close";
   ini_write_string("SYSTEM_COMMAND", "INI_FILE_FLUSH", "TRUE");
   const std::string expected = "[Crash]\r\nvalore=\"0\"\r\n[Progetti]\r\nnome_1=\"primo\"\r\ntotale=\"2\"\r\n";
-  EXPECT_EQ(read(path), expected) << "the flush writes at once and stores no key";
+  EXPECT_EQ(read_whole_file(path), expected) << "the flush writes at once and stores no key";
   ini_key_delete("Progetti", "nome_1");
   ini_section_delete("Crash");
   ini_write_real("Progetti", "uno", 1);
   EXPECT_EQ(ini_close(), "[Progetti]\r\nuno=\"1.000000\"\r\ntotale=\"2\"\r\n");
-  EXPECT_EQ(read(path), "[Progetti]\r\nuno=\"1.000000\"\r\ntotale=\"2\"\r\n");
+  EXPECT_EQ(read_whole_file(path), "[Progetti]\r\nuno=\"1.000000\"\r\ntotale=\"2\"\r\n");
 
   ini_open((folder / "mancante.ini").string());
   EXPECT_EQ(ini_close(), "") << "a missing file is an empty one, and an unchanged one isn't written";

@@ -4,19 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <vector>
 
 #include "support/Fatal.h"
 #include "support/SaveArea.h"
 
 namespace {
-
-std::string read(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 TEST(TextFile, LinesWrittenWithCrLfAreReadBackLineByLine) {
   const SaveArea folder;
@@ -27,7 +20,7 @@ TEST(TextFile, LinesWrittenWithCrLfAreReadBackLineByLine) {
   file_text_writeln(out);
   file_text_write_string(out, "ultima\r\n");
   file_text_close(out);
-  EXPECT_EQ(read(path), "a\r\nb\r\nultima\r\n");
+  EXPECT_EQ(read_whole_file(path), "a\r\nb\r\nultima\r\n");
 
   const int more = file_text_open_append(path);
   file_text_write_string(more, "senza a capo");

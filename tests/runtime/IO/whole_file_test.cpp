@@ -9,18 +9,11 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "support/TempFolder.h"
 
 namespace {
-
-std::string read(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 size_t files_in(const std::filesystem::path& folder) {
   return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
@@ -44,7 +37,7 @@ TEST(WholeFile, ReplacesTheOldFileAndLeavesNothingElse) {
   const TempFolder folder;
   const auto path = folder.write("programma.txt", "vecchio");
   EXPECT_TRUE(file_write_whole(path.string(), "INIZIA\nX = 1\n"));
-  EXPECT_EQ(read(path), "INIZIA\nX = 1\n");
+  EXPECT_EQ(read_whole_file(path), "INIZIA\nX = 1\n");
   EXPECT_EQ(files_in(folder.path()), 1u) << "no temporary is left";
 
   EXPECT_FALSE(file_write_whole((folder / "nessuna_cartella/programma.txt").string(), "x"));
@@ -62,7 +55,7 @@ TEST(WholeFile, AFullDiskLeavesTheOldFileWhole) {
     return file_write_whole(path.string(), std::string(1 << 20, 'a')) ? 1 : 0;
   });
   EXPECT_EQ(status, 0) << "the write reports its failure";
-  EXPECT_EQ(read(path), "il lavoro di ieri");
+  EXPECT_EQ(read_whole_file(path), "il lavoro di ieri");
   EXPECT_EQ(files_in(folder.path()), 1u) << "no temporary is left";
 }
 
@@ -74,7 +67,7 @@ TEST(WholeFile, AKillInTheMiddleLeavesTheOldFileOrTheNewOneWhole) {
   // Killed at some moment of a long write, wherever it is.
   for (const useconds_t after : {2000u, 20000u}) {
     in_child([&] { return file_write_whole(path.string(), new_text) ? 0 : 1; }, after);
-    const std::string found = read(path);
+    const std::string found = read_whole_file(path);
     EXPECT_TRUE(found == old_text || found == new_text) << "a file of " << found.size() << " bytes";
   }
 }
