@@ -88,9 +88,7 @@ bool ObjInputText::place_caret(bool fresh_click, bool by_pointer) {
   int line = cursor_line;
   double target_x = cursor_offset_x;
   const int key = by_pointer ? 0 : key_pressed;
-  // The text stands at the box's alignment point, as drawn.
-  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
-  const double base_y = v_align == 1 ? height / 2 : v_align == 2 ? height : 0;
+  // The text stands at the box's alignment point (origin_x, origin_y), as drawn.
   if (key == KEY_UP || key == KEY_DOWN) {
     const int step = key == KEY_UP ? -1 : 1;
     line += step;
@@ -104,15 +102,15 @@ bool ObjInputText::place_caret(bool fresh_click, bool by_pointer) {
   } else if (key == KEY_PAGE_UP || key == KEY_PAGE_DOWN) {
     const int step = key == KEY_PAGE_UP ? -page : page;
     if (ctrl) {
-      const int first_visible = static_cast<int>(std::ceil((-base_y - offset_y - v_align_offset) / separation));
+      const int first_visible = static_cast<int>(std::ceil((-origin_y - offset_y - v_align_offset) / separation));
       line = key == KEY_PAGE_UP ? first_visible : first_visible + page - 1;
     } else {
       line += step;
       offset_y -= step * separation;
     }
   } else {
-    line = static_cast<int>(std::floor((py - base_y - offset_y - v_align_offset) / separation));
-    target_x = px - base_x - offset_x;
+    line = static_cast<int>(std::floor((py - origin_y - offset_y - v_align_offset) / separation));
+    target_x = px - origin_x - offset_x;
   }
   line = std::clamp(line, 0, lines - 1);
   const int start = new_line_list[static_cast<size_t>(line)];

@@ -103,8 +103,7 @@ void ObjInputText::draw_surfaces() {
   if (!update_surfaces && !lost) return;
   update_surfaces = false;
   const SavedDrawState saved;
-  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
-  const double base_y = (v_align == 1 ? height / 2 : v_align == 2 ? height : 0) + v_align_offset;
+  const double text_top = origin_y + v_align_offset;
 
   surface_set_target(sf_main);
   // Each text pixel is written as it is, alpha included, for the pass that shows the surface.
@@ -112,7 +111,7 @@ void ObjInputText::draw_surfaces() {
   draw_set_font(font);
   draw_set_halign(h_align);
   draw_set_valign(0);
-  draw_text_lines(lost, base_x + offset_x, base_y + offset_y);
+  draw_text_lines(lost, origin_x + offset_x, text_top + offset_y);
   surface_reset_target();
 
   // A selection surface left clear stays so until there is a selection to draw.
@@ -127,11 +126,11 @@ void ObjInputText::draw_surfaces() {
     for (int line = selection_start_line_ordered; line <= selection_end_line_ordered && line < lines; ++line) {
       const int start = new_line_list[static_cast<size_t>(line)], end = visible_end(line);
       const double shift = h_align == 1 ? -width_of(start, end) / 2 : h_align == 2 ? -width_of(start, end) : 0;
-      const double left = base_x + offset_x + shift + width_of(start, std::max(from, start));
-      double right = base_x + offset_x + shift + width_of(start, std::min(to, end));
+      const double left = origin_x + offset_x + shift + width_of(start, std::max(from, start));
+      double right = origin_x + offset_x + shift + width_of(start, std::min(to, end));
       // A selected line end shows as a little more.
       if (end < to && end < static_cast<int>(text.size()) && text[static_cast<size_t>(end)] == U'\n') right += eoln_width;
-      const double top = base_y + offset_y + line * line_separation;
+      const double top = text_top + offset_y + line * line_separation;
       draw_rectangle(left, top, right - 1, top + line_separation - 1, false);
     }
   }
@@ -164,9 +163,7 @@ void ObjInputText::draw_widget() {
     shown = cursor_style == 1 ? std::max(0.0, ratio) * std::max(0.0, ratio) : ratio * ratio;
   }
   if (shown <= 0) return;
-  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
-  const double base_y = v_align == 1 ? height / 2 : v_align == 2 ? height : 0;
-  const double cx = (base_x + cursor_offset_x + offset_x) * sx, cy = (base_y + cursor_offset_y + offset_y) * sy;
+  const double cx = (origin_x + cursor_offset_x + offset_x) * sx, cy = (origin_y + cursor_offset_y + offset_y) * sy;
   const double angle = -image_angle * M_PI / 180;
   const double px = x + cx * std::cos(angle) - cy * std::sin(angle);
   const double py = y + cx * std::sin(angle) + cy * std::cos(angle);

@@ -142,9 +142,7 @@ void ObjInputText::scroll_to_caret() {
     if (fit_style == 1) local_scale_x = local_scale_y = std::min(local_scale_x, local_scale_y);
     return;
   }
-  const double base_x = h_align == 1 ? width / 2 : h_align == 2 ? width : 0;
-  const double base_y = v_align == 1 ? height / 2 : v_align == 2 ? height : 0;
-  const double caret_x = base_x + cursor_offset_x, caret_y = base_y + cursor_offset_y;
+  const double caret_x = origin_x + cursor_offset_x, caret_y = origin_y + cursor_offset_y;
   if (caret_x + offset_x > width) offset_x = width - caret_x;
   if (caret_x + offset_x < 0) offset_x = -caret_x;
   if (caret_y + offset_y > height - char_height) offset_y = height - char_height - caret_y;
