@@ -19,6 +19,14 @@ struct World {
   uint64_t walk_counter = 0;
   size_t marked = 0;  // instances marked since the last deletion pass
   std::unordered_map<int32_t, std::unique_ptr<CInstance>> by_id;
+  // What a persistent room held when it was left: its own instances, in
+  // order, and its colour, all as they stood, until it is entered again.
+  struct KeptRoom {
+    std::vector<std::unique_ptr<CInstance>> instances;
+    uint32_t background_colour = 0;
+    bool show_background = true;
+  };
+  std::unordered_map<int32_t, KeptRoom> kept;
 };
 
 World& world() {
@@ -39,9 +47,9 @@ void join_object_lists(CInstance* instance) {
   }
 }
 
-// Every marked instance leaves the object lists, in one pass over each list.
-void leave_object_lists() {
-  const auto gone = [](const CInstance* i) { return i->has(instance_flag::MARKED); };
+// Every instance for which `gone` holds leaves the object lists, in one pass over each list.
+template <class Gone>
+void leave_object_lists(Gone gone) {
   for (int32_t o = 0; o < object_count(); ++o) {
     CObject* object = object_get(o);
     std::erase_if(object->instances, gone);
@@ -154,9 +162,50 @@ void deletion_pass() {
   }
   std::erase_if(w.room->active, gone);
   std::erase_if(w.room->deactivated, gone);
-  leave_object_lists();
+  leave_object_lists(gone);
   for (CInstance* i : leaving) w.by_id.erase(i->id);
 }
+
+namespace {
+
+// The instances of the persistent room being left, but the persistent ones
+// that go on: out of the room, the id table and the object lists, kept.
+void keep_room(World& w) {
+  World::KeptRoom& kept = w.kept[w.room->index];
+  kept.background_colour = w.room->background_colour;
+  kept.show_background = w.room->show_background;
+  const auto stays = [](const CInstance* i) {
+    return !i->has(instance_flag::PERSISTENT) && !i->has(instance_flag::MARKED);
+  };
+  for (CInstance* i : w.room->active) {
+    if (!stays(i)) continue;
+    auto owned = w.by_id.find(i->id);
+    kept.instances.push_back(std::move(owned->second));
+    w.by_id.erase(owned);
+  }
+  std::erase_if(w.room->active, stays);
+  leave_object_lists([&kept](const CInstance* i) {
+    return std::any_of(kept.instances.begin(), kept.instances.end(), [i](const auto& k) { return k.get() == i; });
+  });
+}
+
+// Brings back what the room just entered kept; false when it kept nothing.
+bool restore_room(World& w) {
+  auto found = w.kept.find(w.room->index);
+  if (found == w.kept.end()) return false;
+  w.room->background_colour = found->second.background_colour;
+  w.room->show_background = found->second.show_background;
+  for (std::unique_ptr<CInstance>& owned : found->second.instances) {
+    CInstance* i = owned.get();
+    w.room->active.push_back(i);
+    join_object_lists(i);
+    w.by_id[i->id] = std::move(owned);
+  }
+  w.kept.erase(found);
+  return true;
+}
+
+}  // namespace
 
 void room_change(bool game_start) {
   World& w = world();
@@ -170,12 +219,14 @@ void room_change(bool game_start) {
     deletion_pass();
     w.target = target;
   }
-  // Persistent instances go on; the others go with only their Cleanup.
+  // Persistent instances go on; a persistent room keeps the others; else they go with only their Cleanup.
   std::vector<CInstance*> carried;
   if (w.room) {
     for (CInstance* i : w.room->active) {
       if (i->has(instance_flag::PERSISTENT) && i->active()) {
         carried.push_back(i);
+      } else if (w.room->persistent && i->active()) {
+        continue;
       } else if (!i->has(instance_flag::MARKED)) {
         PerformEvent(i, i, i->object_index, ev::CLEANUP, 0);
         i->set(instance_flag::MARKED, true);
@@ -183,6 +234,7 @@ void room_change(bool game_start) {
       }
     }
     deletion_pass();
+    if (w.room->persistent) keep_room(w);
   }
   const RoomDescription* description = room_description(target);
   auto room = std::make_unique<Room>();
@@ -197,7 +249,10 @@ void room_change(bool game_start) {
   }
   w.room = std::move(room);
   w.target = ROOM_NONE;
-  for (const InstancePlacement& placement : description->placements) {
+  // A kept room comes back as it was left: no placement and no creation code run again.
+  const bool returning = restore_room(w);
+  for (size_t k = 0; !returning && k < description->placements.size(); ++k) {
+    const InstancePlacement& placement = description->placements[k];
     const CObject* object = object_get(placement.object);
     CInstance* instance = instance_create(placement.x, placement.y, placement.object, object ? object->depth : 0);
     if (instance && placement.creation_code) placement.creation_code(*instance);
@@ -208,7 +263,7 @@ void room_change(bool game_start) {
     EventAll(ev::OTHER, ev::OTHER_GAME_START);
     deletion_pass();
   }
-  if (description->creation_code) {
+  if (description->creation_code && !returning) {
     set_error_site({ErrorSite::Where::RoomCreation, "", description->name, 0});
     description->creation_code();
   }
@@ -234,11 +289,13 @@ void game_finish() {
   }
   w.room.reset();
   w.by_id.clear();
+  w.kept.clear();
 }
 
 void rooms_clear() {
   World& w = world();
   w.room.reset();
+  w.kept.clear();
   for (int32_t o = 0; o < object_count(); ++o) {
     object_get(o)->instances.clear();
     object_get(o)->instances_recursive.clear();

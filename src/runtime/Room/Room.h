@@ -83,6 +83,8 @@ uint64_t next_walk_stamp();
 
 // Runs the change to the target room (Room End, persistent instances carried
 // over, the new room's instances and Room Start). At game start, Game Start too.
+// A persistent room keeps its instances while it is left, and is entered
+// again as it was: neither its placements nor its creation code run twice.
 void room_change(bool game_start);
 // Game end: Room End and Game End on every instance, then every instance freed.
 void game_finish();
