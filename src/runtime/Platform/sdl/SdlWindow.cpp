@@ -193,8 +193,20 @@ class SdlWindow final : public Window {
   }
 
   void poll_events(InputListener& input) override {
+    // One key press a frame: a program acts on the frame's last key, so a
+    // second press (typed fast, or a key with its Enter) waits in the queue
+    // for the next frame instead of hiding the first.
+    SDL_PumpEvents();
     SDL_Event event;
-    while (SDL_PollEvent(&event)) handle(event, input);
+    bool key_pressed = false;
+    while (SDL_PeepEvents(&event, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1) {
+      if (event.type == SDL_KEYDOWN && !event.key.repeat) {
+        if (key_pressed) break;
+        key_pressed = true;
+      }
+      SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
+      handle(event, input);
+    }
   }
 
   void swap() override {
