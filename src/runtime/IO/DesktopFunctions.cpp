@@ -72,6 +72,10 @@ void url_open(const std::string& url) {
   if (!platform::open_url(url)) ReportError("Requested URI protocol is not supported.");
 }
 
+void folder_open(const std::string& path) {
+  if (!platform::open_url(address_of(path))) debug_output("Impossibile aprire la cartella " + path + "\n");
+}
+
 std::vector<platform::FileFilter> file_filters(const std::string& filter) {
   if (filter.empty()) return {};
   if (filter.find('|') == std::string::npos) return {{filter, {as_pattern(filter)}}};

@@ -1,17 +1,13 @@
 // The desktop's services as built-ins: url_open, get_open_filename and
-// get_save_filename.
+// get_save_filename, and the file filters of the dialogs.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "runtime/IO/DesktopOpen.h"
 #include "runtime/Platform/Desktop.h"
 
-// Opens `url` in the user's own program for it. A name without a protocol
-// is a file of the program's: opened from the save area, or from Velant's
-// data, and fatal when it is in neither; a protocol the desktop can't take
-// is fatal too.
-void url_open(const std::string& url);
 // The filters of a filter text "name|*.ext|name|*.a;*.b"; a text without
 // "|" is one pattern, and ".ext" stands for "*.ext".
 std::vector<platform::FileFilter> file_filters(const std::string& filter);
