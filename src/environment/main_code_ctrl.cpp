@@ -1,6 +1,6 @@
 #include "environment/main_code_ctrl.h"
 
-#include "environment/editor_ctrl.h"
+#include "environment/editor/run_button.h"
 
 #include <cmath>
 #include <functional>

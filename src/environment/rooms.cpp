@@ -1,6 +1,11 @@
 #include "environment/rooms.h"
 
-#include "environment/editor_ctrl.h"
+#include "environment/editor/editor_ctrl.h"
+#include "environment/editor/header_buttons.h"
+#include "environment/editor/pop_up.h"
+#include "environment/editor/run_button.h"
+#include "environment/editor/slide_tabs.h"
+#include "environment/editor/windows_size_ctrl.h"
 #include "families/families.h"
 #include "environment/main_code_ctrl.h"
 #include "environment/text_control/input_text.h"
@@ -21,14 +26,15 @@ void define_environment(Startup startup) {
   register_families();
   set_run_end_handler(leave_run);
   const int32_t editor = define_editor_ctrl();
-  const int32_t run_button = define_tasto_esegui();
+  define_tasto_esegui();
+  define_header_buttons();
+  define_scheda();
+  define_pop_up();
+  define_windows_size_ctrl();
   const int32_t runner = define_main_code_ctrl();
   define_obj_input_text();
 
   RoomDescription intro{"Intro", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT};
-  // The start of the environment: the editor's controller, which lives on
-  // from here for the whole process, then on to the editor.
-  if (startup == Startup::Environment) intro.placements = {{editor}};
   intro.creation_code = [] { room_goto(ROOM_EDITOR); };
   room_add(intro);
   room_add(RoomDescription{"Progetti", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT});
@@ -37,7 +43,9 @@ void define_environment(Startup startup) {
     // A run from the command line is over when it would go back to the editor.
     editor_room.creation_code = [] { game_end(); };
   } else {
-    editor_room.placements = {{run_button}};
+    // The editor is left for runs and project screens and found again as it was.
+    editor_room.persistent = true;
+    editor_room.placements = {{editor}};
   }
   room_add(editor_room);
   RoomDescription run_room{"main_room", static_cast<int32_t>(RUN_WINDOW_WIDTH), static_cast<int32_t>(RUN_WINDOW_HEIGHT)};

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "environment/editor_ctrl.h"
+#include "environment/editor/editor_ctrl.h"
 #include "environment/rooms.h"
 #include "environment/main_code_ctrl.h"
 #include "runtime/Code/Builtins.h"
@@ -55,8 +55,7 @@ class RunPath : public ::testing::Test {
   void run_from_editor(const std::string& text) {
     EditorCtrl* editor = editor_ctrl();
     ASSERT_NE(editor, nullptr);
-    editor->slide_text = {"", text};
-    editor->n_slide = 1;
+    editor->load(text, false);
     key(116);  // F5
     frames(4);
   }
@@ -82,7 +81,7 @@ TEST_F(RunPath, TheEditorsTextRunsAndEscBringsTheLearnerBack) {
   EXPECT_EQ(current_room_index(), ROOM_MAIN);
   ASSERT_NE(runner(), nullptr);
   std::ifstream code("code.txt");
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(code), {}), "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n");
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(code), {}), "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1");
   const int before = x();
   frames(3);
   EXPECT_EQ(x(), before + 3) << "one pass of CICLO CONTINUO a frame";
@@ -92,7 +91,7 @@ TEST_F(RunPath, TheEditorsTextRunsAndEscBringsTheLearnerBack) {
   EXPECT_EQ(current_room_index(), ROOM_EDITOR);
   EXPECT_EQ(runner(), nullptr) << "a run leaves nothing behind";
   ASSERT_NE(editor_ctrl(), nullptr);
-  EXPECT_EQ(editor_ctrl()->slide_text[1], "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n") << "the text is kept";
+  EXPECT_EQ(editor_ctrl()->slide_text[1], "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1") << "the text is kept";
   // Runs can follow each other, each from a new start.
   run_from_editor("INIZIA\nY = 5\nCICLO CONTINUO\n");
   ASSERT_NE(runner(), nullptr);

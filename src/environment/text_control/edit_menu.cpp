@@ -137,6 +137,13 @@ void edit_menu_open(ObjInputText& box, bool open_new) {
   }
 }
 
+bool edit_menu_is_open() {
+  return std::any_of(g_objects.begin(), g_objects.end(), [](int32_t object) {
+    const CObject* o = object_get(object);
+    return o && !o->instances.empty();
+  });
+}
+
 bool edit_menu_under_pointer() {
   for (const int32_t object : g_objects) {
     const CObject* o = object_get(object);

@@ -65,6 +65,13 @@ class ObjInputText : public CInstance {
                  double wrapping_width, int max_length, int max_lines, double line_separation, int h_align,
                  int v_align, bool selection_enabled, int fit_style);
 
+  // Takes the keys: the one box that does.
+  void enable();
+  // Paste, caret, undo depth, the selection's colours, and whether shaders draw it.
+  void set_misc(bool paste, int caret_style, int undo_states, uint32_t selection_background,
+                double selection_background_alpha, uint32_t selection_text, double selection_text_alpha,
+                bool use_shaders);
+
   std::string text_utf8() const;
   // The text as it will be after the next Step: carriage returns dropped.
   void set_text_from_outside(std::string_view utf8);
@@ -193,6 +200,8 @@ bool is_word_char(uint32_t c);
 Chars chars_of(std::string_view utf8);
 std::string utf8_of(const Chars& chars, size_t from = 0, size_t to = SIZE_MAX);
 
+// A box at (x, y), to be given its shape by construct().
+ObjInputText* input_text_new(float x, float y);
 // The object, its built-ins (input_text_*), and the object's index.
 int32_t define_obj_input_text();
 int32_t obj_input_text_object();

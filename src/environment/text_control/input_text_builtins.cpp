@@ -52,7 +52,7 @@ int32_t create(bool multiline, const RValue* a, bool full) {
     selection = arg_bool(a, k++);
     fit = arg_int32(a, k++);
   }
-  auto* box = static_cast<ObjInputText*>(instance_create(static_cast<float>(x), static_cast<float>(y), g_object, 0));
+  ObjInputText* box = input_text_new(static_cast<float>(x), static_cast<float>(y));
   box->construct(multiline, width, height, font, color, alpha, wrapping, max_length, max_lines, separation, h_align,
                  v_align, selection, fit);
   return box->id;
@@ -60,8 +60,7 @@ int32_t create(bool multiline, const RValue* a, bool full) {
 
 BUILTIN_ADAPTER(input_text_create) {
   const RValue* a = args;
-  auto* box = static_cast<ObjInputText*>(
-      instance_create(static_cast<float>(arg_real(a, 1)), static_cast<float>(arg_real(a, 2)), g_object, 0));
+  ObjInputText* box = input_text_new(static_cast<float>(arg_real(a, 1)), static_cast<float>(arg_real(a, 2)));
   box->construct(arg_bool(a, 0), arg_real(a, 3), arg_real(a, 4), static_cast<int32_t>(arg_real(a, 5)),
                  static_cast<uint32_t>(arg_real(a, 6)), arg_real(a, 7), arg_real(a, 8), arg_int32(a, 9),
                  arg_int32(a, 10), arg_real(a, 11), arg_int32(a, 12), arg_int32(a, 13), arg_bool(a, 14),
@@ -91,31 +90,17 @@ BUILTIN_ADAPTER(input_text_set_text) {
 BUILTIN_ADAPTER(input_text_set_enabled) {
   ObjInputText* box = box_of(arg_real(args, 0));
   if (!box) return;
-  if (!arg_bool(args, 1)) {
+  if (arg_bool(args, 1)) {
+    box->enable();
+  } else {
     box->enabled = false;
-    return;
   }
-  // One box at a time takes the keys.
-  if (const CObject* object = object_get(g_object)) {
-    for (CInstance* other : object->instances) static_cast<ObjInputText*>(other)->enabled = false;
-  }
-  box->enabled = true;
-  box->enabled_step = 0;
-  set_keyboard_string("");
-  box->cursor_timer = box->cursor_time;
 }
 BUILTIN_ADAPTER(input_text_set_misc) {
   ObjInputText* box = box_of(arg_real(args, 0));
   if (!box) return;
-  box->clipboard_pasting_enabled = arg_bool(args, 1);
-  box->cursor_style = arg_int32(args, 3);
-  box->max_undo_redo_states = arg_int32(args, 4);
-  box->selection_color_background = static_cast<uint32_t>(arg_real(args, 5));
-  box->selection_alpha_background = arg_real(args, 6);
-  box->selection_color_text = static_cast<uint32_t>(arg_real(args, 7));
-  box->selection_alpha_text = arg_real(args, 8);
-  box->shaders = arg_bool(args, 9);
-  box->update_surfaces = true;
+  box->set_misc(arg_bool(args, 1), arg_int32(args, 3), arg_int32(args, 4), static_cast<uint32_t>(arg_real(args, 5)),
+                arg_real(args, 6), static_cast<uint32_t>(arg_real(args, 7)), arg_real(args, 8), arg_bool(args, 9));
 }
 BUILTIN_ADAPTER(input_text_set_offset) {
   if (ObjInputText* box = box_of(arg_real(args, 0))) {
@@ -168,6 +153,35 @@ void ObjInputText::construct(bool is_multiline, double box_width, double box_hei
   rebuild_lines();
   update_caret_offsets();
   update_surfaces = true;
+}
+
+void ObjInputText::enable() {
+  // One box at a time takes the keys.
+  if (const CObject* object = object_get(g_object)) {
+    for (CInstance* other : object->instances) static_cast<ObjInputText*>(other)->enabled = false;
+  }
+  enabled = true;
+  enabled_step = 0;
+  set_keyboard_string("");
+  cursor_timer = cursor_time;
+}
+
+void ObjInputText::set_misc(bool paste, int caret_style, int undo_states, uint32_t selection_background,
+                            double selection_background_alpha, uint32_t selection_text,
+                            double selection_text_alpha, bool use_shaders) {
+  clipboard_pasting_enabled = paste;
+  cursor_style = caret_style;
+  max_undo_redo_states = undo_states;
+  selection_color_background = selection_background;
+  selection_alpha_background = selection_background_alpha;
+  selection_color_text = selection_text;
+  selection_alpha_text = selection_text_alpha;
+  shaders = use_shaders;
+  update_surfaces = true;
+}
+
+ObjInputText* input_text_new(float x, float y) {
+  return static_cast<ObjInputText*>(instance_create(x, y, g_object, 0));
 }
 
 int32_t obj_input_text_object() { return g_object; }

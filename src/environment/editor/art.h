@@ -1,0 +1,14 @@
+// The environment's pictures: icons and frames made at build time into the
+// art folder (share/velant/assets when installed), loaded as sprites on
+// first use.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// The sprite of picture `name` (no extension), its origin in the middle; -1
+// when the picture is missing, and then nothing is drawn for it.
+int32_t art_sprite(const std::string& name);
+
+// Draws picture `name` centred at (x, y) at `scale`, with `alpha`.
+void draw_art(const std::string& name, double x, double y, double scale, double alpha);

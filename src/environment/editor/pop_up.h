@@ -1,0 +1,38 @@
+// pop_up: the one modal box of the environment. A question (new project,
+// open, close) offers "Salva", "Annulla" and "Elimina"; a notice (the
+// recovery after a crash) offers "Ok". While it stands every button, the
+// backup and the close request wait, the code box takes no keys, and
+// setting.ini says there is nothing to recover.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "runtime/Object/Instance.h"
+
+enum class PopUpKind { Nuovo, Chiudi, Apri, Recupero };
+
+class PopUp : public CInstance {
+ public:
+  using CInstance::CInstance;
+
+  void create();
+  void destroy();
+  void step();
+  void draw_end();
+
+  std::string text, text2;
+  int nuovo = 0, chiudi = 0, apri = 0, recupero = 0;
+
+ private:
+  bool question() const { return recupero == 0; }
+  void answer(const std::string& label);
+};
+
+// Opens the box of `kind` in the middle of the room.
+PopUp& open_pop_up(PopUpKind kind);
+bool pop_up_exists();
+// The pointer's shape while a box is up: the hand over one of its buttons.
+int pop_up_cursor();
+
+int32_t define_pop_up();
