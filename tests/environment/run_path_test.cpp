@@ -1,56 +1,12 @@
 // The way of a run inside the environment: from the editor's text through
 // code.txt to main_room and back, by Esc, by the close button, by an error.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-
-#include "environment/editor/editor_ctrl.h"
-#include "environment/rooms.h"
+#include "environment/environment_fixture.h"
 #include "environment/main_code_ctrl.h"
-#include "runtime/Code/Builtins.h"
-#include "runtime/IO/Input.h"
-#include "runtime/Object/Objects.h"
-#include "runtime/Platform/Dialogs.h"
-#include "runtime/Platform/Window.h"
-#include "runtime/Room/Room.h"
-#include "runtime/Run/Frame.h"
-#include "support/MessageRecorder.h"
-#include "support/SaveArea.h"
 
 namespace {
 
-class RunPath : public ::testing::Test {
+class RunPath : public EnvironmentTest {
  protected:
-  void SetUp() override {
-    std::filesystem::current_path(folder_.path());
-    register_runtime_builtins();
-    platform::set_dialogs(std::make_unique<MessageRecorder>(&messages_));
-    platform::make_window(true).create(1300, 700, "Velant", {});
-    rooms_clear();
-    objects_clear();
-    input_reset();
-    define_environment(Startup::Environment);
-    objects_prepare();
-    room_change(true);
-    frames(2);  // Intro goes on to the editor
-  }
-  void TearDown() override {
-    game_finish();
-    rooms_clear();
-    objects_clear();
-    platform::set_dialogs(nullptr);
-    std::filesystem::current_path(previous_);
-  }
-
-  static void frames(int n) {
-    for (int k = 0; k < n; ++k) frame_run();
-  }
-  static void key(int code) {
-    input_key_event(code, true);
-    frame_run();
-    input_key_event(code, false);
-  }
   // Starts the run of `text` from the editor, as F5 does, and lets the first frames of the run pass.
   void run_from_editor(const std::string& text) {
     EditorCtrl* editor = editor_ctrl();
@@ -69,10 +25,6 @@ class RunPath : public ::testing::Test {
     const ProgramInstance& p = runner()->program();
     return std::stoi(std::string(p.val[static_cast<size_t>(p.find_variable("X"))].string_view()));
   }
-
-  const std::filesystem::path previous_ = std::filesystem::current_path();
-  SaveArea folder_{"velant_path"};
-  std::vector<std::string> messages_;
 };
 
 TEST_F(RunPath, TheEditorsTextRunsAndEscBringsTheLearnerBack) {
@@ -121,6 +73,15 @@ TEST_F(RunPath, TheWindowFollowsTheProgramsSizeInTheSameFrame) {
   EXPECT_EQ(platform::window().size().width, 640);
   EXPECT_EQ(platform::window().size().height, 480);
   EXPECT_EQ(current_room()->width, 640);
+}
+
+TEST_F(RunPath, AFaultFoundBeforeTheRunKeepsTheProgramInTheEditor) {
+  run_from_editor("INIZIA\nse (1 = 1) allora\nscrivi (1)\nCICLO CONTINUO\n");
+  EXPECT_EQ(current_room_index(), ROOM_EDITOR);
+  ASSERT_FALSE(messages_.empty());
+  EXPECT_EQ(messages_.back().rfind("ERRORE: una parentesi graffa non è stata chiusa", 0), 0u);
+  EXPECT_FALSE(std::filesystem::exists("code.txt")) << "nothing is handed to a run";
+  EXPECT_EQ(editor().whole_program(), "INIZIA\nse (1 = 1) allora\nscrivi (1)\nCICLO CONTINUO");
 }
 
 }  // namespace

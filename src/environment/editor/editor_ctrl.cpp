@@ -321,7 +321,7 @@ void EditorCtrl::draw_begin() {
   draw_set_halign(2);
   draw_set_valign(0);
   draw_state().colour = static_cast<uint32_t>(background);
-  const int first = 1 + SLIDE_LINES * (slide_index - 1);
+  const int first = first_line_number();
   const double top = b.y + b.offset_y;
   draw_text(35, top, std::to_string(first));
   for (int i = 0; i < n_line; ++i) draw_text(35, top + LINE_HEIGHT * (i + 1), std::to_string(first + i + 1));

@@ -47,6 +47,8 @@ class EditorCtrl : public CInstance, public CodeBoxSlides {
   std::string fingerprint() const;
   // Shows slide `index` in the box, with a fresh undo history.
   void show_slide(int index);
+  // The number of the first line on show: numbering runs on, 40 lines to a slide.
+  int first_line_number() const { return 1 + SLIDE_LINES * (slide_index - 1); }
 
   int32_t box_id = -1;
   std::string message_box;       // the box's text, refreshed on every key

@@ -152,6 +152,7 @@ void create_header_buttons() {
                       auto& button = static_cast<HeaderButton&>(made);
                       button.entry = static_cast<int>(k);
                       button.image_index = static_cast<float>(e.image_index);
+                      button.image_speed = 0;
                     });
   }
 }
