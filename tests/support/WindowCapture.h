@@ -1,11 +1,12 @@
 // Test helper: the pixels of a window on the X display, as the X server
-// holds them, read with xwd (a 24 or 32 bit TrueColor dump: a big-endian
-// header, a colour table, then the rows).
+// holds them, read with xwd (a TrueColor dump of 32-bit pixels: a
+// big-endian header, a colour table, then the rows).
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <unistd.h>
 #include <string>
 #include <vector>
 
@@ -17,11 +18,11 @@ inline uint32_t be32(const std::vector<uint8_t>& b, size_t at) {
   return (uint32_t{b[at]} << 24) | (uint32_t{b[at + 1]} << 16) | (uint32_t{b[at + 2]} << 8) | b[at + 3];
 }
 
-// The window named exactly `title`, captured; false when there is none or the dump can't be read.
-inline bool capture(const std::string& title, Image& out) {
+// The X window `window` captured; false when there is none or the dump can't be read.
+inline bool capture(unsigned long window, Image& out) {
   const std::string dump = std::string(std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp") + "/velant_capture_" +
                            std::to_string(::getpid()) + ".xwd";
-  const std::string command = "xwd -silent -name '" + title + "' -out " + dump + " 2>/dev/null";
+  const std::string command = "xwd -silent -id " + std::to_string(window) + " -out " + dump + " 2>/dev/null";
   if (std::system(command.c_str()) != 0) return false;
   std::vector<uint8_t> bytes;
   if (FILE* f = std::fopen(dump.c_str(), "rb")) {
@@ -31,10 +32,12 @@ inline bool capture(const std::string& title, Image& out) {
   std::remove(dump.c_str());
   if (bytes.size() < 100) return false;
   const uint32_t header = be32(bytes, 0), width = be32(bytes, 16), height = be32(bytes, 20);
-  const uint32_t byte_order = be32(bytes, 28), bits_per_pixel = be32(bytes, 44), line = be32(bytes, 48);
+  const uint32_t byte_order = be32(bytes, 28), line = be32(bytes, 48);
   const uint32_t colours = be32(bytes, 76);
   const size_t pixels = header + size_t{colours} * 12;
-  if (bits_per_pixel != 32 || bytes.size() < pixels + size_t{line} * height) return false;
+  // The rows' length tells the pixel's size; the header's bits per pixel may say the depth instead.
+  const uint32_t pixel_bytes = width ? line / width : 0;
+  if (pixel_bytes != 4 || bytes.size() < pixels + size_t{line} * height) return false;
   out.width = static_cast<int>(width);
   out.height = static_cast<int>(height);
   out.rgba.assign(size_t{width} * height * 4, 255);

@@ -131,6 +131,10 @@ TEST(WindowTest, SystemWindowTurnsEventsIntoInputAndNotes) {
   push_window_event(SDL_WINDOWEVENT_RESIZED);
   push_window_event(SDL_WINDOWEVENT_FOCUS_LOST);
   w.poll_events(input);
+  EXPECT_EQ(input.events, std::vector<std::string>{"key 65 1"}) << "what follows a key press waits a frame";
+  w.poll_events(input);
+  EXPECT_EQ(input.events.size(), 2u) << "and a key just pressed stays down for its frame";
+  w.poll_events(input);
   EXPECT_EQ(input.events, (std::vector<std::string>{"key 65 1", "key 16 1", "key 16 0", "text à", "move 33 44",
                                                     "button 2 1", "wheel -1 0"}));
   EXPECT_TRUE(w.take_resized());

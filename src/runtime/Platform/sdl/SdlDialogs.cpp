@@ -1,19 +1,37 @@
-// Dialogs through SDL2's message boxes.
+// Dialogs of the window system: the desktop's message box through GTK,
+// SDL2's own where GTK can't be had, and the terminal when neither can show.
 #include <SDL.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "runtime/Platform/Clipboard.h"
 #include "runtime/Platform/Dialogs.h"
+#include "runtime/Platform/gtk/GtkMessageBox.h"
 
 namespace platform {
 namespace {
 
 enum Button { kYes = 1, kNo = 0, kCopy = 10, kClear = 11, kAbort = 12, kIgnore = 13 };
 
+// Shows `text` with `buttons` and returns the id of the one pressed; the
+// button marked for Return is the default, the one marked for Escape
+// answers a box closed otherwise.
 int show(Uint32 flags, const std::string& title, const std::string& text, const SDL_MessageBoxButtonData* buttons,
          int count) {
+  std::vector<DialogButton> listed;
+  int default_id = buttons[0].buttonid, escape_id = buttons[count - 1].buttonid;
+  for (int k = 0; k < count; ++k) {
+    listed.push_back({buttons[k].buttonid, buttons[k].text});
+    if (buttons[k].flags & SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT) default_id = buttons[k].buttonid;
+    if (buttons[k].flags & SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT) escape_id = buttons[k].buttonid;
+  }
+  const bool error = (flags & SDL_MESSAGEBOX_ERROR) != 0;
+  if (const int answer = gtk_message_box(error, title, text, listed.data(), count, default_id, escape_id); answer != -1) {
+    return answer;
+  }
   SDL_MessageBoxData data{};
   data.flags = flags;
   data.title = title.c_str();
@@ -21,8 +39,10 @@ int show(Uint32 flags, const std::string& title, const std::string& text, const 
   data.numbuttons = count;
   data.buttons = buttons;
   int pressed = -1;
-  if (SDL_ShowMessageBox(&data, &pressed) != 0) return -1;
-  return pressed;
+  if (SDL_ShowMessageBox(&data, &pressed) == 0) return pressed;
+  // Nothing could show it: the text still reaches the user, on the terminal.
+  std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
+  return default_id;
 }
 
 class WindowDialogs final : public Dialogs {

@@ -193,17 +193,17 @@ class SdlWindow final : public Window {
   }
 
   void poll_events(InputListener& input) override {
-    // One key press a frame: a program acts on the frame's last key, so a
-    // second press (typed fast, or a key with its Enter) waits in the queue
-    // for the next frame instead of hiding the first.
+    // One key press a frame, and the keys as they stand right after it: a
+    // program acts on the frame's last key and on the keys held at its end,
+    // so what follows a press (a second key typed fast, a key's Enter, the
+    // release of the key or of its Ctrl) waits in the queue for the next frame.
     SDL_PumpEvents();
     SDL_Event event;
-    bool key_pressed = false;
+    bool pressed = false;
     while (SDL_PeepEvents(&event, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1) {
-      if (event.type == SDL_KEYDOWN && !event.key.repeat) {
-        if (key_pressed) break;
-        key_pressed = true;
-      }
+      const bool key = (event.type == SDL_KEYDOWN && !event.key.repeat) || event.type == SDL_KEYUP;
+      if (key && pressed) break;
+      pressed = pressed || event.type == SDL_KEYDOWN;
       SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
       handle(event, input);
     }

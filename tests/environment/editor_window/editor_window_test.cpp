@@ -1,0 +1,253 @@
+// Velant as a new learner meets it: the real program in a real window on
+// the X display, driven by real key presses and clicks (xdotool) and read
+// back from the X server's pixels. It types a program, runs it, comes back
+// with Esc, meets the check's fault, is asked before closing unsaved work,
+// and is killed in the middle of typing to find its work recovered at the
+// next start. The pictures stay beside the test program as
+// editor_window_*.png for a person to look at.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <sstream>
+#include <thread>
+#include <vector>
+
+#include "runtime/Graphics/Colour.h"
+#include "support/CloseRequest.h"
+#include "support/TempFolder.h"
+#include "support/WindowCapture.h"
+
+extern char** environ;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+bool wait_until(const std::function<bool()>& done, std::chrono::milliseconds limit = 15s) {
+  for (const auto end = std::chrono::steady_clock::now() + limit; std::chrono::steady_clock::now() < end;) {
+    if (done()) return true;
+    std::this_thread::sleep_for(100ms);
+  }
+  return done();
+}
+
+bool sh(const std::string& command) { return std::system(("timeout 60 " + command).c_str()) == 0; }
+
+std::string output_of(const std::string& command) {
+  std::string out;
+  if (FILE* pipe = popen(command.c_str(), "r")) {
+    for (int c; (c = std::fgetc(pipe)) != EOF;) out += static_cast<char>(c);
+    pclose(pipe);
+  }
+  return out;
+}
+
+// The ids of the shown windows called "Velant": the program's, and a message
+// box's while one is up. (xdotool's own test of visibility loses windows
+// once a GTK client has been on the display: the X server's word is asked.)
+std::vector<unsigned long> velant_windows() {
+  std::vector<unsigned long> ids;
+  std::istringstream found(output_of("xdotool search --name '^Velant$' 2>/dev/null"));
+  for (unsigned long id; found >> id;) {
+    if (output_of("xwininfo -id " + std::to_string(id) + " 2>/dev/null").find("IsViewable") != std::string::npos) {
+      ids.push_back(id);
+    }
+  }
+  return ids;
+}
+
+struct Rgb {
+  int r, g, b;
+};
+
+bool near(const Image& image, int x, int y, Rgb c, int tolerance = 30) {
+  if (x < 0 || y < 0 || x >= image.width || y >= image.height) return false;
+  const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
+  return std::abs(p[0] - c.r) <= tolerance && std::abs(p[1] - c.g) <= tolerance && std::abs(p[2] - c.b) <= tolerance;
+}
+
+// How many pixels of the rectangle stand out from a white page.
+int inked(const Image& image, int left, int top, int right, int bottom) {
+  int n = 0;
+  for (int y = top; y <= bottom; ++y) {
+    for (int x = left; x <= right; ++x) n += !near(image, x, y, {255, 255, 255}, 60);
+  }
+  return n;
+}
+
+Rgb rgb_of(double colour) {
+  return {static_cast<int>(colour_get_red(colour)), static_cast<int>(colour_get_green(colour)),
+          static_cast<int>(colour_get_blue(colour))};
+}
+
+// One run of the velant program, with its save area in `data`.
+class Velant {
+ public:
+  explicit Velant(const std::string& data) {
+    std::vector<std::string> kept;
+    for (char** e = environ; *e; ++e) {
+      const std::string entry = *e;
+      // The test program runs offscreen and headless; velant shows its window.
+      if (entry.rfind("SDL_VIDEODRIVER=", 0) && entry.rfind("VELANT_HEADLESS=", 0) && entry.rfind("XDG_DATA_HOME=", 0)) {
+        kept.push_back(entry);
+      }
+    }
+    kept.push_back("SDL_VIDEODRIVER=x11");
+    kept.push_back("XDG_DATA_HOME=" + data);
+    std::vector<char*> env;
+    for (std::string& entry : kept) env.push_back(entry.data());
+    env.push_back(nullptr);
+    char binary[] = VELANT_BINARY;
+    char* argv[] = {binary, nullptr};
+    started_ = posix_spawn(&pid_, binary, nullptr, nullptr, argv, env.data()) == 0;
+  }
+  ~Velant() {
+    if (running()) kill(SIGKILL);
+  }
+
+  bool running() {
+    return started_ && pid_ > 0 && waitpid(pid_, &status_, WNOHANG) == 0;
+  }
+  void kill(int signal) {
+    ::kill(pid_, signal);
+    waitpid(pid_, &status_, 0);
+    pid_ = 0;
+  }
+  int exit_status() const { return WIFEXITED(status_) ? WEXITSTATUS(status_) : -1; }
+  // The program's window, once it shows.
+  unsigned long window() {
+    if (window_ != 0) return window_;
+    wait_until([] { return !velant_windows().empty(); });
+    const std::vector<unsigned long> ids = velant_windows();
+    window_ = ids.empty() ? 0 : ids.front();
+    return window_;
+  }
+
+  // Keys go to the window that has the focus, as a person's would; there is no window manager to give it.
+  bool type(const std::string& text) const { return sh(focus() + "type --delay 70 '" + text + "'"); }
+  bool key(const std::string& keys) const { return sh(focus() + "key " + keys); }
+  bool click(int x, int y) const {
+    return sh("xdotool mousemove --window " + std::to_string(window_) + " " + std::to_string(x) + " " +
+              std::to_string(y) + " click 1");
+  }
+  // What the window shows after the frames of `settle` have passed; kept as a picture when `name` is given.
+  Image screen(const std::string& name = "", std::chrono::milliseconds settle = 800ms) const {
+    std::this_thread::sleep_for(settle);
+    Image image;
+    EXPECT_TRUE(window_capture::capture(window_, image)) << "no picture of window " << window_;
+    if (!name.empty()) image_save_png("editor_window_" + name + ".png", image);
+    return image;
+  }
+
+ private:
+  std::string focus() const { return "xdotool windowfocus --sync " + std::to_string(window_) + " "; }
+
+  pid_t pid_ = 0;
+  int status_ = 0;
+  bool started_ = false;
+  unsigned long window_ = 0;
+};
+
+TEST(EditorWindow, ALearnerWritesRunsMeetsAFaultClosesAndRecoversAfterACrash) {
+  if (!std::getenv("DISPLAY") || std::system("command -v xdotool xwd > /dev/null") != 0) {
+    GTEST_SKIP() << "needs an X display, xdotool and xwd";
+  }
+  TempFolder data("velant_window");
+  const std::filesystem::path area = data.path() / "Velant";
+  const Rgb header = rgb_of(make_colour_hsv(96, 150, 150));
+  const auto type_lines = [](const Velant& velant, const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) ASSERT_TRUE(velant.type(line) && velant.key("Return"));
+  };
+
+  Velant velant(data.path().string());
+  ASSERT_NE(velant.window(), 0u);
+  Image shown = velant.screen();
+  EXPECT_TRUE(near(shown, 250, 10, header)) << "the header strip";
+  EXPECT_TRUE(near(shown, 600, 400, {255, 255, 255})) << "an empty page";
+
+  // A program, typed as a learner would, and run with F5.
+  type_lines(velant, {"INIZIA", "CICLO CONTINUO", "disegna cerchio (X: 300, Y: 300, RAGGIO: 80, COLORE: rosso)"});
+  ASSERT_TRUE(velant.type("scrivi (\"ciao\")"));
+  shown = velant.screen("program", 1500ms);
+  EXPECT_GT(inked(shown, 50, 50, 500, 110), 300) << "the program's text";
+  ASSERT_TRUE(velant.key("F5"));
+  shown = velant.screen("run", 1500ms);
+  EXPECT_TRUE(near(shown, 300, 300, {255, 0, 0}, 40)) << "the run draws the red circle";
+  EXPECT_EQ(read_whole_file(area / "code.txt"),
+            "INIZIA\nCICLO CONTINUO\ndisegna cerchio (X: 300, Y: 300, RAGGIO: 80, COLORE: rosso)\nscrivi (\"ciao\")");
+
+  // Esc: the editor as it was, the caret still at the end of the text.
+  ASSERT_TRUE(velant.key("Escape"));
+  shown = velant.screen("back", 1500ms);
+  EXPECT_TRUE(near(shown, 250, 10, header));
+  ASSERT_TRUE(velant.type(" ok"));
+  EXPECT_TRUE(wait_until([&] { return read_whole_file(area / "backup.txt").ends_with("scrivi (\"ciao\") ok"); }))
+      << read_whole_file(area / "backup.txt");
+
+  // A brace left open: the check's message, and the program stays in the editor.
+  ASSERT_TRUE(velant.key("ctrl+a"));
+  type_lines(velant, {"INIZIA", "se (1 = 1) allora", "scrivi (1)"});
+  ASSERT_TRUE(velant.type("CICLO CONTINUO"));
+  ASSERT_TRUE(wait_until([&] { return read_whole_file(area / "backup.txt").ends_with("CICLO CONTINUO"); }));
+  ASSERT_TRUE(velant.key("F5"));
+  // A message box is a second window called "Velant".
+  const auto message_up = [&velant] {
+    const std::vector<unsigned long> ids = velant_windows();
+    return std::any_of(ids.begin(), ids.end(), [&velant](unsigned long id) { return id != velant.window(); });
+  };
+  ASSERT_TRUE(wait_until(message_up)) << "the check's message box";
+  EXPECT_TRUE(read_whole_file(area / "code.txt").ends_with("scrivi (\"ciao\")")) << "no run was handed over";
+  for (const unsigned long id : velant_windows()) {
+    if (id == velant.window()) continue;
+    Image message;
+    ASSERT_TRUE(window_capture::capture(id, message));
+    image_save_png("editor_window_fault_message.png", message);
+    // Its one button, "OK", fills the bottom of the box.
+    sh("xdotool mousemove --window " + std::to_string(id) + " " + std::to_string(message.width / 2) + " " +
+       std::to_string(message.height - 15) + " click 1");
+  }
+  ASSERT_TRUE(wait_until([&] { return !message_up(); }));
+  shown = velant.screen("fault");
+  EXPECT_TRUE(near(shown, 250, 10, header)) << "still the editor";
+  EXPECT_GT(inked(shown, 50, 50, 200, 110), 200) << "with the program in it";
+
+  // Closing with unsaved work: the question, and "Annulla" keeps everything.
+  ASSERT_TRUE(send_close_request(velant.window()));
+  shown = velant.screen("question");
+  EXPECT_TRUE(near(shown, 650, 200, {56, 128, 80}, 35)) << "the question's green band";
+  EXPECT_NE(read_whole_file(area / "setting.ini").find("Crash=\"0.000000\""), std::string::npos);
+  ASSERT_TRUE(velant.click(700, 550));
+  EXPECT_TRUE(near(velant.screen(), 650, 200, {255, 255, 255})) << "the question is gone";
+  EXPECT_TRUE(velant.running());
+
+  // Killed in the middle of typing: the next start recovers the backup. A
+  // click below the text gives the box the keys again, with the caret at the end.
+  ASSERT_TRUE(velant.click(600, 400));
+  std::thread typing([&velant] { velant.type("disegna rettangolo (X: 10, Y: 10, LARGHEZZA: 100)"); });
+  std::this_thread::sleep_for(1500ms);
+  velant.kill(SIGKILL);
+  typing.join();
+  const std::string backup = read_whole_file(area / "backup.txt");
+  EXPECT_NE(backup.find("CICLO CONTINUOdisegna"), std::string::npos) << backup;
+
+  Velant again(data.path().string());
+  ASSERT_NE(again.window(), 0u);
+  shown = again.screen("recovery", 1500ms);
+  EXPECT_TRUE(near(shown, 650, 200, {53, 112, 158}, 35)) << "the recovery notice's blue band";
+  EXPECT_EQ(read_whole_file(area / "backup.txt"), backup) << "the recovered text is the editor's";
+  ASSERT_TRUE(again.click(650, 550));  // "Ok"
+  EXPECT_TRUE(near(again.screen(), 650, 200, {255, 255, 255}));
+  // The recovered text counts as the starting point: closing asks nothing.
+  ASSERT_TRUE(send_close_request(again.window()));
+  ASSERT_TRUE(wait_until([&again] { return !again.running(); }));
+  EXPECT_EQ(again.exit_status(), 0);
+  EXPECT_NE(read_whole_file(area / "setting.ini").find("Crash=\"0.000000\""), std::string::npos);
+}
+
+}  // namespace
