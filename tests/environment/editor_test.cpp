@@ -8,6 +8,10 @@
 #include "environment/editor/terse_form.h"
 #include "environment/environment_fixture.h"
 #include "environment/text_control/input_text.h"
+#include "runtime/Code/Error.h"
+#include "runtime/Platform/Headless.h"
+#include "runtime/Platform/Log.h"
+#include "support/DebugLines.h"
 
 namespace {
 
@@ -172,6 +176,13 @@ TEST_F(EditorTest, TheTutorialPhraseTurnsTheHeaderToTheTutorialsMode) {
   frames(1);
   EXPECT_EQ(shown("icona_gen").size(), 11u);
   EXPECT_EQ(shown("folder_int").size(), 1u);
+}
+
+TEST_F(EditorTest, TheResourceButtonShowsThePicturesFolderOfTheSaveArea) {
+  platform::set_headless(true);
+  platform::set_log(debug_output);
+  const std::string opened = debug_lines([] { click(1255, 23); });
+  EXPECT_EQ(opened, "url_open: file://" + file_folders().save_area + "Immagini\n");
 }
 
 TEST(TerseForm, RewritesIntoTheTerseLanguageAndThenStaysPut) {
