@@ -51,7 +51,7 @@ TEST_F(EditorTest, AProgramLoadsIntoSlidesOf39LinesNumberedOnAcrossSlides) {
     bool last_feed_kept;           // a slide full at the end leaves an empty one after it, and keeps its feed
   };
   for (const Case& c : {Case{10, {9}, false}, Case{39, {39, 0}, true}, Case{79, {39, 39, 0}, false}}) {
-    editor().load(numbered_lines(c.lines), false);
+    editor().load(numbered_lines(c.lines));
     frames(1);
     SCOPED_TRACE(c.lines);
     ASSERT_EQ(editor().n_slide, static_cast<int>(c.slide_lines.size()));
@@ -69,7 +69,7 @@ TEST_F(EditorTest, AProgramLoadsIntoSlidesOf39LinesNumberedOnAcrossSlides) {
 }
 
 TEST_F(EditorTest, TypingLandsInTheSlideOnShowAndInTheBackupAStepLater) {
-  editor().load(numbered_lines(79), false);
+  editor().load(numbered_lines(79));
   click(1290, 50 + 140 + 60);  // the tab of slide 2
   EXPECT_EQ(editor().slide_index, 2);
   type_into_box("nuova riga\n" + editor().slide_text[2]);
@@ -92,7 +92,7 @@ TEST_F(EditorTest, ClosingAsksOnlyWhenTheSlideOnShowHasUnsavedWork) {
 
   stop();
   start();
-  editor().load(numbered_lines(79), false);
+  editor().load(numbered_lines(79));
   frames(1);
   editor().show_slide(2);
   type_into_box("cambiata");
@@ -144,7 +144,7 @@ TEST_F(EditorTest, AfterACrashTheNextStartRecoversTheBackup) {
 }
 
 TEST_F(EditorTest, NewProjectDropsWorkOnlyAfterTheQuestion) {
-  editor().load(numbered_lines(50), false);
+  editor().load(numbered_lines(50));
   type_into_box("modificato");
   click(150, 23);  // "Nuovo progetto"
   ASSERT_NE(pop_up(), nullptr);

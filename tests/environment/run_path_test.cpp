@@ -11,7 +11,7 @@ class RunPath : public EnvironmentTest {
   void run_from_editor(const std::string& text) {
     EditorCtrl* editor = editor_ctrl();
     ASSERT_NE(editor, nullptr);
-    editor->load(text, false);
+    editor->load(text);
     key(116);  // F5
     frames(4);
   }

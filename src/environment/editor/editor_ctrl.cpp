@@ -117,7 +117,10 @@ void EditorCtrl::create() {
   box_id = made->id;
   colouring_ = std::make_unique<CodeBoxColouring>();
   made->painter = colouring_.get();
-  made->enter_in_code_box = [](ObjInputText& box) { return code_box_enter(box, *editor_ctrl()); };
+  made->enter_in_code_box = [](ObjInputText& box) {
+    EditorCtrl* editor = editor_ctrl();
+    return editor && code_box_enter(box, *editor);
+  };
   add_tab = [](int slide) { create_tab(slide); };
   made->enable();
   message_box = made->text_utf8();
@@ -140,7 +143,7 @@ void EditorCtrl::recover_after_crash() {
   bool found = false;
   const std::string text = read_file(backup_path(), found);
   // Without the backup the learner still hears what happened, and starts on an empty page.
-  if (found) load(text, true);
+  if (found) load(text);
 }
 
 std::string EditorCtrl::whole_program() const {
@@ -149,7 +152,7 @@ std::string EditorCtrl::whole_program() const {
   return program;
 }
 
-void EditorCtrl::load(const std::string& text, bool /*new_code*/) {
+void EditorCtrl::load(const std::string& text) {
   destroy_tabs();
   slide_text = {"", ""};
   n_slide = 1;
@@ -179,6 +182,12 @@ void EditorCtrl::load(const std::string& text, bool /*new_code*/) {
   b.cursor_position = 1;
   message_box = slide_text[1];
   original_message = sha1_hex(message_box);
+}
+
+void EditorCtrl::blank_slides() {
+  for (std::string& slide : slide_text) slide.clear();
+  box().set_text_from_outside("");
+  message_box.clear();
 }
 
 void EditorCtrl::new_project() {
@@ -214,9 +223,9 @@ void EditorCtrl::key_event() {
 }
 
 void EditorCtrl::refresh_message_box() {
-  // A text handed to the box shows from its next Step: until then the box still holds the old one.
+  // A text handed to the box shows from its next Step: until then it is the text that counts.
   const ObjInputText& b = box();
-  if (!b.text_change_from_outside) message_box = b.text_utf8();
+  message_box = b.text_change_from_outside ? utf8_of(*b.text_change_from_outside) : b.text_utf8();
 }
 
 void EditorCtrl::step() {
@@ -267,7 +276,8 @@ void EditorCtrl::keep_window_aspect() {
 
 void EditorCtrl::set_focus_on_press() {
   const Room* room = current_room();
-  if (!room) return;
+  // A click on a question's buttons is the question's.
+  if (!room || editor_modal()) return;
   const int mx = mouse_x(), my = mouse_y();
   const bool in_text = my >= TEXT_TOP && mx <= room->width - EDGE && my <= room->height - BOTTOM_MARGIN;
   ObjInputText& b = box();
@@ -284,12 +294,11 @@ void EditorCtrl::set_focus_on_press() {
 }
 
 void EditorCtrl::watch_tutorial_phrase() {
-  const bool phrase = box().text_utf8().find(TUTORIAL_PHRASE) != std::string::npos;
-  if (phrase == tutorial_mode) return;
-  tutorial_mode = phrase;
+  // The mode follows the text: what hangs on it is made again whenever it is missing.
+  tutorial_mode = message_box.find(TUTORIAL_PHRASE) != std::string::npos;
   for (const TutorialPart& part : TUTORIAL_PARTS) {
     const int32_t object = object_find(part.object);
-    if (!phrase) {
+    if (!tutorial_mode) {
       destroy_all(part.object);
     } else if (object >= 0 && !exists(part.object)) {
       instance_create(part.x, part.y, object, 0);
@@ -380,8 +389,9 @@ int EditorCtrl::pointer_shape() const {
   const Room* room = current_room();
   const int mx = mouse_x(), my = mouse_y();
   if (pop_up_exists()) return pop_up_cursor();
-  if (my < TEXT_TOP || mx > room->width - EDGE || my > room->height - BOTTOM_MARGIN) return 0;
+  // An argument of the hint bar under the pointer takes a click.
   if (!sel.empty()) return -21;
+  if (my < TEXT_TOP || mx > room->width - EDGE || my > room->height - BOTTOM_MARGIN) return 0;
   const EnvironmentGlobals& g = environment_globals();
   const bool panel = g.special_int_ms == 1 ||
                      std::any_of(std::begin(PALETTE_PANELS), std::end(PALETTE_PANELS), [](const char* o) { return exists(o); });

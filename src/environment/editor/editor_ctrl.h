@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "environment/text_control/code_box_slides.h"
@@ -36,9 +37,10 @@ class EditorCtrl : public CInstance, public CodeBoxSlides {
   ObjInputText& box() const;
   // Every slide joined: the whole program.
   std::string whole_program() const;
-  // Replaces the program by `text`, cut into slides of 39 lines; `new_code`
-  // marks a program that is not a saved project's.
-  void load(const std::string& text, bool new_code);
+  // Replaces the program by `text`, cut into slides of 39 lines.
+  void load(const std::string& text);
+  // Empties every slide and the box, keeping the slides and tabs.
+  void blank_slides();
   // An empty project without a name.
   void new_project();
   // Whether the slide on show differs from the one last saved, loaded or made.
@@ -75,7 +77,7 @@ class EditorCtrl : public CInstance, public CodeBoxSlides {
   void refresh_message_box();
   int pointer_shape() const;
 
-  std::string last_backup_;  // what backup.txt holds
+  std::optional<std::string> last_backup_;  // what backup.txt holds since this start
   std::unique_ptr<CodeBoxColouring> colouring_;  // the box paints with it
 };
 

@@ -94,8 +94,11 @@ void PopUp::answer(const std::string& label) {
       return;
     }
     // The work on screen goes; then what was asked for.
-    editor->new_project();
-    if (nuovo) write_setting_text("nome_ultimo_progetto", "");
+    editor->blank_slides();
+    if (nuovo) {
+      editor->new_project();
+      write_setting_text("nome_ultimo_progetto", "");
+    }
     if (apri) open_project_screen("load_ctrl");
   }
   instance_destroy(*this);

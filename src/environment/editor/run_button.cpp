@@ -20,6 +20,7 @@
 namespace {
 
 constexpr int KEY_F5 = KEY_F1 + 4;
+constexpr double NOTICE_SCALE = 0.5;
 
 }  // namespace
 
@@ -64,9 +65,12 @@ void draw_interpretation_notice(double width, double height, double veil_alpha) 
   draw_rectangle_colour(0, 0, width, height, COLOUR_DARK_GREY, COLOUR_DARK_GREY, 0, 0, false);
   draw_state().alpha = 1;
   draw_state().colour = static_cast<uint32_t>(COLOUR_WHITE);
+  draw_set_font(FONT_TITLE);
   draw_set_halign(1);
-  draw_text(width / 2, height / 2, "Interpretazione in corso ...");
+  draw_set_valign(1);
+  draw_text_transformed(width / 2, height / 2, "Interpretazione in corso ...", NOTICE_SCALE, NOTICE_SCALE, 0);
   draw_set_halign(0);
+  draw_set_valign(0);
   draw_state().alpha = alpha;
 }
 

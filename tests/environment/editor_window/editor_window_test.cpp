@@ -6,6 +6,7 @@
 // next start. The pictures stay beside the test program as
 // editor_window_*.png for a person to look at.
 #include <gtest/gtest.h>
+#include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -105,7 +106,20 @@ class Velant {
     env.push_back(nullptr);
     char binary[] = VELANT_BINARY;
     char* argv[] = {binary, nullptr};
-    started_ = posix_spawn(&pid_, binary, nullptr, nullptr, argv, env.data()) == 0;
+    // What it prints goes to a log in its data folder, for a failure to show.
+    log_ = data + "/velant.log";
+    posix_spawn_file_actions_t output;
+    posix_spawn_file_actions_init(&output);
+    posix_spawn_file_actions_addopen(&output, 1, log_.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
+    posix_spawn_file_actions_adddup2(&output, 1, 2);
+    started_ = posix_spawn(&pid_, binary, &output, nullptr, argv, env.data()) == 0;
+    posix_spawn_file_actions_destroy(&output);
+  }
+  // How the run went, for a failure's message.
+  std::string report() {
+    return std::string(running() ? "running" : "ended with " + std::to_string(status_)) + "; printed:\n" +
+           read_whole_file(log_) + "windows:\n" + output_of("xwininfo -root -tree 2>&1 | head -40") + "stack:\n" +
+           output_of("cat /proc/" + std::to_string(pid_) + "/wchan; echo; gdb -p " + std::to_string(pid_) + " -batch -ex 'thread apply all bt 8' 2>/dev/null | grep '^#' | head -40");
   }
   ~Velant() {
     if (running()) kill(SIGKILL);
@@ -123,7 +137,7 @@ class Velant {
   // The program's window, once it shows.
   unsigned long window() {
     if (window_ != 0) return window_;
-    wait_until([] { return !velant_windows().empty(); });
+    wait_until([] { return !velant_windows().empty(); }, 30s);
     const std::vector<unsigned long> ids = velant_windows();
     window_ = ids.empty() ? 0 : ids.front();
     return window_;
@@ -152,6 +166,7 @@ class Velant {
   int status_ = 0;
   bool started_ = false;
   unsigned long window_ = 0;
+  std::string log_;
 };
 
 TEST(EditorWindow, ALearnerWritesRunsMeetsAFaultClosesAndRecoversAfterACrash) {
@@ -166,7 +181,7 @@ TEST(EditorWindow, ALearnerWritesRunsMeetsAFaultClosesAndRecoversAfterACrash) {
   };
 
   Velant velant(data.path().string());
-  ASSERT_NE(velant.window(), 0u);
+  ASSERT_NE(velant.window(), 0u) << velant.report();
   Image shown = velant.screen();
   EXPECT_TRUE(near(shown, 250, 10, header)) << "the header strip";
   EXPECT_TRUE(near(shown, 600, 400, {255, 255, 255})) << "an empty page";
@@ -237,7 +252,7 @@ TEST(EditorWindow, ALearnerWritesRunsMeetsAFaultClosesAndRecoversAfterACrash) {
   EXPECT_NE(backup.find("CICLO CONTINUOdisegna"), std::string::npos) << backup;
 
   Velant again(data.path().string());
-  ASSERT_NE(again.window(), 0u);
+  ASSERT_NE(again.window(), 0u) << again.report();
   shown = again.screen("recovery", 1500ms);
   EXPECT_TRUE(near(shown, 650, 200, {53, 112, 158}, 35)) << "the recovery notice's blue band";
   EXPECT_EQ(read_whole_file(area / "backup.txt"), backup) << "the recovered text is the editor's";
