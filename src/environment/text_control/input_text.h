@@ -181,7 +181,8 @@ class ObjInputText : public CInstance {
   void update_caret_offsets();
   void scroll_to_caret();
   double width_of(int from, int to) const;  // 0-based [from, to)
-  void draw_surfaces();
+  // False while the surfaces can't be made (no graphics device yet).
+  bool draw_surfaces();
   // The text's lines onto the text surface, at (left, top): all of them, or those that changed.
   void draw_text_lines(bool lost, double left, double top);
   void draw_widget();

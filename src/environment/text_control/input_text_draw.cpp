@@ -97,10 +97,12 @@ void ObjInputText::draw_text_lines(bool lost, double left, double top) {
   drawn_top_ = top;
 }
 
-void ObjInputText::draw_surfaces() {
+bool ObjInputText::draw_surfaces() {
   const bool lost = ensure_surface(sf_main, width + eoln_width, height) |
                     ensure_surface(sf_selection, width + eoln_width, height);
-  if (!update_surfaces && !lost) return;
+  // Until the graphics device is ready there is nowhere to draw: the next frame tries again.
+  if (!surface_exists(sf_main) || !surface_exists(sf_selection)) return false;
+  if (!update_surfaces && !lost) return true;
   update_surfaces = false;
   const SavedDrawState saved;
   const double text_top = origin_y + v_align_offset;
@@ -115,7 +117,7 @@ void ObjInputText::draw_surfaces() {
   surface_reset_target();
 
   // A selection surface left clear stays so until there is a selection to draw.
-  if (!has_selection() && !selection_drawn_ && !lost) return;
+  if (!has_selection() && !selection_drawn_ && !lost) return true;
   selection_drawn_ = has_selection();
   surface_set_target(sf_selection);
   draw_clear_alpha(0, 0);
@@ -135,10 +137,11 @@ void ObjInputText::draw_surfaces() {
     }
   }
   surface_reset_target();
+  return true;
 }
 
 void ObjInputText::draw_widget() {
-  draw_surfaces();
+  if (!draw_surfaces()) return;
   const double sx = global_scale_x * local_scale_x, sy = global_scale_y * local_scale_y;
   if (!has_selection() && sx == 1 && sy == 1 && image_angle == 0 && h_align == 0 && v_align == 0) {
     // Nothing selected, nothing turned or scaled: the part of the text surface that holds text, alone.

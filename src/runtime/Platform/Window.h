@@ -66,6 +66,8 @@ class Window {
   // false if no window could be made. A window made without a context is
   // still a window: gl_context_ready tells.
   virtual bool create(int width, int height, const std::string& caption, const WindowOptions& options) = 0;
+  // Why the last create failed, in the window system's words.
+  virtual std::string failure() const = 0;
   // Size of the client area in pixels. A size set here brings no resize notice.
   virtual void set_size(int width, int height) = 0;
   virtual WindowSize size() const = 0;

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <thread>
 
@@ -86,7 +86,12 @@ bool run_game(const RuntimeOptions& options, const std::function<void()>& setup_
   platform::Window& window = platform::window();
   // The window takes the first room's size; the game's display name is its caption.
   const RoomDescription* first = room_description(0);
-  window.create(first ? first->width : 1024, first ? first->height : 768, "Velant", {});
+  if (!window.create(first ? first->width : 1024, first ? first->height : 768, "Velant", {}) && !options.headless) {
+    // Without a window nothing could be shown or typed: say why, and stop.
+    std::fprintf(stderr, "Velant non riesce ad aprire la sua finestra: %s\n", window.failure().c_str());
+    set_game_exit_status(1);
+    return false;
+  }
   debug_line("Init Graphics\n");
   debug_line("IO Init\n");
   window.poll_events(input_from_window());

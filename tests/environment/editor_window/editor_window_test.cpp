@@ -15,6 +15,7 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -173,6 +174,11 @@ TEST(EditorWindow, ALearnerWritesRunsMeetsAFaultClosesAndRecoversAfterACrash) {
   if (!std::getenv("DISPLAY") || std::system("command -v xdotool xwd > /dev/null") != 0) {
     GTEST_SKIP() << "needs an X display, xdotool and xwd";
   }
+  // The X server starts afresh when its last client leaves, and refuses
+  // connections meanwhile: a connection of the test's own keeps it up between
+  // the killed velant and the next one.
+  const std::unique_ptr<Display, int (*)(Display*)> keep_server_up(XOpenDisplay(nullptr), XCloseDisplay);
+  ASSERT_NE(keep_server_up, nullptr);
   TempFolder data("velant_window");
   const std::filesystem::path area = data.path() / "Velant";
   const Rgb header = rgb_of(make_colour_hsv(96, 150, 150));

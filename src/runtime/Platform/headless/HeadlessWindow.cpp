@@ -18,6 +18,7 @@ class HeadlessWindow final : public Window {
     surface_ = make_offscreen_surface(width, height);
     return true;
   }
+  std::string failure() const override { return ""; }
 
   void set_size(int width, int height) override {
     size_ = {width, height};

@@ -61,6 +61,8 @@ class WindowDialogs final : public Dialogs {
   // "Copy" and "Clear" act on the text and show the dialog again; the
   // dialog ends with "Abort" or, where allowed, "Ignore".
   ErrorChoice error(const std::string& title, const std::string& text, bool can_continue) override {
+    // The terminal keeps the error too, where it can be copied from after the box is gone.
+    std::fprintf(stderr, "%s\n%s\n", title.c_str(), text.c_str());
     std::string shown = text;
     const SDL_MessageBoxButtonData buttons[] = {{0, kCopy, "Copy"},
                                                 {0, kClear, "Clear"},

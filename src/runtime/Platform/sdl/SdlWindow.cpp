@@ -138,6 +138,8 @@ class SdlWindow final : public Window {
     return true;
   }
 
+  std::string failure() const override { return SDL_GetError(); }
+
   void set_size(int width, int height) override {
     if (window_) SDL_SetWindowSize(window_, width, height);
   }
