@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "language/tokenizer/chr_to_ord.h"
 #include "language/tokenizer/constant_tables.h"
 #include "language/tokenizer/keyword_table.h"
 
@@ -86,11 +85,3 @@ TEST(ConstantLookups, FindWholeNamesOnly) {
   EXPECT_STREQ(numeric_constant(std::string_view("mezzanotte").substr(0, 5)), "0.5");
 }
 
-TEST(ChrToOrd, SetsTheCodesWithTheSemicolonForTheComma) {
-  CharacterCodes codes;
-  chr_to_ord(codes);
-  EXPECT_EQ(codes.maggiore, '>');
-  EXPECT_EQ(codes.numero_9, '9');
-  EXPECT_EQ(codes.virgola, ';');
-  EXPECT_EQ(codes.punto_e_virgola, ';');
-}

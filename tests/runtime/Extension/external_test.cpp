@@ -14,6 +14,7 @@
 #include "support/DebugLines.h"
 #include "support/Fatal.h"
 #include "support/TempFolder.h"
+#include "support/CallBuiltin.h"
 
 namespace {
 
@@ -25,12 +26,6 @@ RValue num(double d) { return RValue::number(d); }
 std::string shown(const RValue& v) { return kind_name(v.kind()) + (":" + value_to_text(v)); }
 
 // Calls a built-in by name and hands back its result.
-RValue call(const char* name, std::vector<RValue> args) {
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
-
 // The external_define arguments for velant_test_<function> of the tests' library, default
 // call kind; `announced` stands for the count of argument types where it differs.
 std::vector<RValue> definition(const char* function, int result_type, std::vector<int> types, int announced = -1) {
@@ -42,13 +37,13 @@ std::vector<RValue> definition(const char* function, int result_type, std::vecto
 
 // The row index external_define gives.
 double define(const char* function, int result_type, std::vector<int> types) {
-  return call("external_define", definition(function, result_type, std::move(types))).real;
+  return call_builtin("external_define", definition(function, result_type, std::move(types))).real;
 }
 
 // external_call by name: the row index, then the arguments.
 RValue call_row(double index, std::vector<RValue> args) {
   args.insert(args.begin(), num(index));
-  return call("external_call", std::move(args));
+  return call_builtin("external_call", std::move(args));
 }
 
 class External : public ::testing::Test {
@@ -72,7 +67,7 @@ TEST_F(External, DefineRefusesWrongArgumentListsWithItsOwnWords) {
       {definition("sum16", 0, {0, 0, 0, 0, 1}),
        "DLL functions with more than 4 arguments cannot have string arguments"},
   };
-  for (const auto& row : rows) EXPECT_FATAL(call("external_define", row.args), row.fatal);
+  for (const auto& row : rows) EXPECT_FATAL(call_builtin("external_define", row.args), row.fatal);
 }
 
 TEST_F(External, EverySignatureGetsItsArgumentsInPlaceAndItsResultBack) {
@@ -145,7 +140,7 @@ TEST_F(External, CallsThatCannotHappenGiveMinusOneOrZero) {
   EXPECT_EQ(shown(call_row(99, {})), "number:0");
   // A freed library leaves its rows without routine until they are defined again.
   const double add = define("add", 0, {0, 0});
-  call("external_free", {text(LIBRARY.c_str())});
+  call_builtin("external_free", {text(LIBRARY.c_str())});
   EXPECT_EQ(shown(call_row(add, {num(1), num(2)})), "number:0");
   EXPECT_EQ(define("add", 0, {0, 0}), add);
   EXPECT_EQ(shown(call_row(add, {num(1), num(2)})), "number:3");

@@ -9,6 +9,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Platform/Window.h"
+#include "support/CallBuiltin.h"
 
 namespace {
 
@@ -16,12 +17,6 @@ const double CLOSE = WINDOW_COMMAND_CLOSE;
 const double MINIMIZE = 61472;  // a system command that nothing here sends
 
 // Calls a built-in by name and hands back its result.
-RValue call(const std::string& name, std::vector<RValue> args = {}) {
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
-
 // The truth a built-in gave; fails the test for anything but a bool.
 bool truth(const RValue& v) {
   EXPECT_TRUE(v.is(Kind::Bool)) << "kind " << kind_name(v.kind());
@@ -63,12 +58,12 @@ class WindowHook : public ::testing::Test {
       else if (name == "quit") answer(window_->should_quit());
       else if (name == "held") answer(window_->close_held());
       else if (name == "disable" || name == "enable")
-        call("window_command_set_active", {command, RValue::boolean(name == "enable")});
+        call_builtin("window_command_set_active", {command, RValue::boolean(name == "enable")});
       else if (name == "capture" || name == "release")
-        answer(truth(call("ex_patch_window_close_capture", {RValue::boolean(name == "capture")})));
-      else if (name == "event") answer(truth(call("ex_patch_window_close_event")));
-      else if (name == "active") answer(truth(call("window_command_get_active", {command})));
-      else answer(truth(call("window_command_" + name, {command})));
+        answer(truth(call_builtin("ex_patch_window_close_capture", {RValue::boolean(name == "capture")})));
+      else if (name == "event") answer(truth(call_builtin("ex_patch_window_close_event")));
+      else if (name == "active") answer(truth(call_builtin("window_command_get_active", {command})));
+      else answer(truth(call_builtin("window_command_" + name, {command})));
     }
   }
 
@@ -115,9 +110,9 @@ TEST_F(WindowHook, DisabledCloseCommandDropsClicksHeldOrNot) {
 
 TEST_F(WindowHook, CloseMessageAndWindowStatesReadBackWhatWasSet) {
   const std::string default_message = "Are you sure you want to quit? You may lose any unsaved progress!";
-  call("ex_patch_window_close_initialize");
-  EXPECT_EQ(call("ex_patch_window_close_get_message").string_view(), default_message);
-  call("ex_patch_window_close_set_message", {RValue::text("Vuoi davvero uscire?")});
+  call_builtin("ex_patch_window_close_initialize");
+  EXPECT_EQ(call_builtin("ex_patch_window_close_get_message").string_view(), default_message);
+  call_builtin("ex_patch_window_close_set_message", {RValue::text("Vuoi davvero uscire?")});
   EXPECT_EQ(ex_patch_window_close_get_message(), "Vuoi davvero uscire?");
   ex_patch_window_close_initialize();
   EXPECT_EQ(ex_patch_window_close_get_message(), default_message);
@@ -130,15 +125,15 @@ TEST_F(WindowHook, CloseMessageAndWindowStatesReadBackWhatWasSet) {
   };
   for (const auto& state : states) {
     SCOPED_TRACE(state.setter);
-    const auto get = [&] { return state.getter ? truth(call(state.getter)) : window_get_visible_w(); };
+    const auto get = [&] { return state.getter ? truth(call_builtin(state.getter)) : window_get_visible_w(); };
     EXPECT_EQ(get(), state.initially);
-    call(state.setter, {RValue::boolean(!state.initially)});
+    call_builtin(state.setter, {RValue::boolean(!state.initially)});
     EXPECT_EQ(get(), !state.initially);
-    call(state.setter, {RValue::number(state.initially)});  // a number will do
+    call_builtin(state.setter, {RValue::number(state.initially)});  // a number will do
     EXPECT_EQ(get(), state.initially);
   }
 
-  const RValue handle = call("window_handle");
+  const RValue handle = call_builtin("window_handle");
   EXPECT_TRUE(handle.is(Kind::Ptr) && handle.ptr == window_);
 }
 

@@ -4,16 +4,11 @@
 #include "runtime/Font/TextLayout.h"
 #include "runtime/Support/AssetIndex.h"
 #include "support/Fatal.h"
+#include "support/CallBuiltin.h"
 
 namespace {
 
 constexpr auto REF_FONT = static_cast<uint32_t>(AssetKind::Font);
-
-RValue call(std::string_view name, std::vector<RValue> args) {
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
 
 double number_of(const RValue& v) {
   EXPECT_TRUE(v.is(Kind::Number)) << kind_name(v.kind());
@@ -21,7 +16,7 @@ double number_of(const RValue& v) {
 }
 
 RValue font_add_by_name(const char* name) {
-  return call("font_add", {RValue::text(name), RValue::number(18), RValue::number(0), RValue::number(0),
+  return call_builtin("font_add", {RValue::text(name), RValue::number(18), RValue::number(0), RValue::number(0),
                            RValue::number(32), RValue::number(128)});
 }
 
@@ -32,18 +27,18 @@ TEST_F(FontTest, FontAddByNameGivesAFontRef) {
   ASSERT_TRUE(font.is(Kind::Ref));
   EXPECT_EQ(font.ref_type(), REF_FONT);
   EXPECT_GE(font.ref_index(), 7) << "the package's fonts hold the first slots";
-  EXPECT_EQ(number_of(call("font_exists", {font})), 1);
-  EXPECT_EQ(number_of(call("font_exists", {RValue::number(font.ref_index())})), 1);
-  EXPECT_EQ(call("font_get_name", {font}).string_view(), "__newfont" + std::to_string(font.ref_index()));
-  EXPECT_EQ(number_of(call("font_get_size", {font})), 18);
+  EXPECT_EQ(number_of(call_builtin("font_exists", {font})), 1);
+  EXPECT_EQ(number_of(call_builtin("font_exists", {RValue::number(font.ref_index())})), 1);
+  EXPECT_EQ(call_builtin("font_get_name", {font}).string_view(), "__newfont" + std::to_string(font.ref_index()));
+  EXPECT_EQ(number_of(call_builtin("font_get_size", {font})), 18);
 
-  EXPECT_EQ(number_of(call("font_delete", {font})), 1);
-  EXPECT_EQ(number_of(call("font_exists", {font})), 0);
-  EXPECT_EQ(number_of(call("font_get_size", {font})), 0);
-  EXPECT_EQ(number_of(call("font_exists", {RValue::text("0")})), 0) << "a text names no font";
+  EXPECT_EQ(number_of(call_builtin("font_delete", {font})), 1);
+  EXPECT_EQ(number_of(call_builtin("font_exists", {font})), 0);
+  EXPECT_EQ(number_of(call_builtin("font_get_size", {font})), 0);
+  EXPECT_EQ(number_of(call_builtin("font_exists", {RValue::text("0")})), 0) << "a text names no font";
   // Neither a deleted font nor the default one can be deleted.
   for (const RValue& gone : {font, RValue::number(-1), RValue::number(12345)}) {
-    EXPECT_FATAL(call("font_delete", {gone}), "Trying to delete non-existing font.");
+    EXPECT_FATAL(call_builtin("font_delete", {gone}), "Trying to delete non-existing font.");
   }
 
   DebugCapture debug;
@@ -56,18 +51,18 @@ TEST_F(FontTest, FontAddByNameGivesAFontRef) {
 
 TEST_F(FontTest, DrawSettersByNameChangeTheTextStateAndUnknownFontsFallBack) {
   const int32_t default_width = string_width("Velant");
-  call("draw_set_font", {RValue::ref(REF_FONT, DYSLEXIA_FONT)});
+  call_builtin("draw_set_font", {RValue::ref(REF_FONT, DYSLEXIA_FONT)});
   EXPECT_EQ(text_state().font, DYSLEXIA_FONT);
-  call("draw_set_font", {RValue::number(EDITOR_FONT)});
+  call_builtin("draw_set_font", {RValue::number(EDITOR_FONT)});
   EXPECT_EQ(text_state().font, EDITOR_FONT);
   EXPECT_NE(string_width("Velant"), default_width);
   for (const double unknown : {4321.0, -7.0}) {
-    call("draw_set_font", {RValue::number(unknown)});
+    call_builtin("draw_set_font", {RValue::number(unknown)});
     EXPECT_EQ(text_state().font, -1) << unknown;
   }
   EXPECT_EQ(string_width("Velant"), default_width);
-  call("draw_set_halign", {RValue::number(2)});
-  call("draw_set_valign", {RValue::number(1)});
+  call_builtin("draw_set_halign", {RValue::number(2)});
+  call_builtin("draw_set_valign", {RValue::number(1)});
   EXPECT_EQ(text_state().halign, TEXT_ALIGN_END);
   EXPECT_EQ(text_state().valign, TEXT_ALIGN_CENTRE);
 }
@@ -96,7 +91,7 @@ TEST_F(FontTest, MeasuresByNameTakeTheTextFormOfAnyValue) {
   };
   for (const Case& c : cases) {
     draw_set_font(c.font);
-    EXPECT_EQ(number_of(call(c.name, c.args)), c.result)
+    EXPECT_EQ(number_of(call_builtin(c.name, c.args)), c.result)
         << c.name << " " << value_to_text(c.args[0]) << " in font " << c.font;
   }
 }

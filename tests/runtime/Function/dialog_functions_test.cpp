@@ -16,6 +16,7 @@
 #include "runtime/Support/AsyncQueue.h"
 #include "runtime/Support/DsMap.h"
 #include "support/Fatal.h"
+#include "support/CallBuiltin.h"
 
 namespace {
 
@@ -41,12 +42,6 @@ struct RecordingDialogs final : platform::Dialogs {
   Texts calls;
   std::vector<std::thread::id> threads;
 };
-
-RValue call(const char* name, std::vector<RValue> args) {
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
 
 // All that was written to a temporary file, which is then closed.
 std::string contents_and_close(std::FILE* file) {
@@ -92,22 +87,22 @@ class DialogFunctions : public ::testing::Test {
 
 TEST_F(DialogFunctions, MessageAndQuestionShowTheTextFormUnderTheGameName) {
   dialogs_->answer = false;
-  EXPECT_TRUE(call("show_message", {RValue::number(3.5)}).is(Kind::Undefined));
-  const RValue no = call("show_question", {RValue::text("Salvare?")});
+  EXPECT_TRUE(call_builtin("show_message", {RValue::number(3.5)}).is(Kind::Undefined));
+  const RValue no = call_builtin("show_question", {RValue::text("Salvare?")});
   EXPECT_TRUE(no.is(Kind::Number));
   EXPECT_EQ(no.real, 0);
   dialogs_->answer = true;
-  EXPECT_EQ(call("show_question", {RValue::boolean(true)}).real, 1);
+  EXPECT_EQ(call_builtin("show_question", {RValue::boolean(true)}).real, 1);
   EXPECT_EQ(dialogs_->calls, (Texts{"message|Velant|3.50", "question|Velant|Salvare?", "question|Velant|1"}));
-  EXPECT_FATAL(call("show_message", {RValue()}), "STRING argument is unset");
+  EXPECT_FATAL(call_builtin("show_message", {RValue()}), "STRING argument is unset");
 }
 
 TEST_F(DialogFunctions, HeadlessDialogsPrintTheTextAndAnswerYes) {
   std::FILE* out = std::tmpfile();
   std::FILE* err = std::tmpfile();
   show_messages_on_streams(out, err);
-  call("show_message", {RValue::text("riga uno\nriga due")});
-  EXPECT_EQ(call("show_question", {RValue::text("Continuare?")}).real, 1);
+  call_builtin("show_message", {RValue::text("riga uno\nriga due")});
+  EXPECT_EQ(call_builtin("show_question", {RValue::text("Continuare?")}).real, 1);
   show_messages_on_streams(stdout, stderr);
   EXPECT_EQ(contents_and_close(out), "riga uno\nriga due\n\nContinuare?\n\n");
   EXPECT_EQ(contents_and_close(err), "");
@@ -115,8 +110,8 @@ TEST_F(DialogFunctions, HeadlessDialogsPrintTheTextAndAnswerYes) {
 
 TEST_F(DialogFunctions, AsyncDialogsReportToOther63InOrderWhenHeadless) {
   dialogs_->answer = false;
-  const RValue question = call("show_question_async", {RValue::text("Pronto?")});
-  const RValue message = call("show_message_async", {RValue::number(7)});
+  const RValue question = call_builtin("show_question_async", {RValue::text("Pronto?")});
+  const RValue message = call_builtin("show_message_async", {RValue::number(7)});
   ASSERT_TRUE(question.is(Kind::Number));
   EXPECT_EQ(message.real, question.real + 1);
   const std::vector<AsyncEvent> events = async_events_take();
@@ -145,8 +140,8 @@ TEST_F(DialogFunctions, AsyncDialogWithAWindowRunsOnAWorkerAndReportsLater) {
 TEST_F(DialogFunctions, DebugMessageWritesTheTextFormAndANewline) {
   std::FILE* debug = std::tmpfile();
   set_debug_output_file(debug);
-  call("show_debug_message", {RValue::number(0.5)});
-  call("show_debug_message", {RValue::text("già a capo\n")});
+  call_builtin("show_debug_message", {RValue::number(0.5)});
+  call_builtin("show_debug_message", {RValue::text("già a capo\n")});
   const std::string long_text(3000, 'x');
   show_debug_message(RValue::text(long_text));
   set_debug_output_file(nullptr);

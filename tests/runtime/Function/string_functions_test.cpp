@@ -304,14 +304,3 @@ TEST(StringFunctions, FormatPadsAndRoundsAsPrintfInTheCLocale) {
     std::setlocale(LC_NUMERIC, previous.c_str());
   }
 }
-
-TEST(StringBuiltins, WrongArgumentKindsAreFatalWithTheGetterWords) {
-  struct Case { const char* name; std::vector<Arg> args; const char* words; };
-  const Case cases[] = {
-      {"string_pos", {"a", RValue()}, "string_pos argument 2 incorrect type (unset) expecting a String (QvGS)"},
-      {"string_copy", {"abc", 1, "x"}, "string_copy argument 3 incorrect type (string) expecting a Number (QvGI32)"},
-      {"string_format", {RValue::undefined(), 1, 1},
-       "string_format argument 1 incorrect type (undefined) expecting a Number (QvGR)"},
-  };
-  for (const Case& c : cases) EXPECT_FATAL(call(c.name, c.args), c.words);
-}
