@@ -4,8 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 
@@ -75,12 +73,11 @@ int run_command(int argc, char** argv) {
     std::fputs(USAGE, stderr);
     return 2;
   }
-  std::ifstream file(request->file, std::ios::binary);
-  if (!file) {
+  std::string text;
+  if (!file_read_whole(request->file, text)) {
     std::fprintf(stderr, "velant: impossibile aprire il file \"%s\"\n", request->file.c_str());
     return 2;
   }
-  std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   // The check the Run button makes: a failure ends here, a single run is a warning and goes on.
   const PreRunCheck check = controllo_errori(text + "filler ", text, os_is_network_connected);
   if (!check.message.empty()) tell(check.message, request->headless);

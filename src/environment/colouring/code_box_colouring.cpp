@@ -1,8 +1,6 @@
 #include "environment/colouring/code_box_colouring.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 #include "environment/colouring/colour_phrases.h"
 #include "environment/colouring/draw_text_custom.h"
@@ -11,6 +9,7 @@
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/IO/FileNames.h"
+#include "runtime/IO/WholeFile.h"
 
 namespace {
 
@@ -64,8 +63,9 @@ std::string included_texts(const std::string& program) {
     std::string name = name_at(program, at + INCLUDE.size());
     if (name.empty()) continue;
     if (name.find(".txt") == std::string::npos) name += ".txt";
-    std::ifstream file(file_read_path(name), std::ios::binary);
-    all.append(std::istreambuf_iterator<char>(file), {});
+    std::string text;
+    file_read_whole(file_read_path(name), text);
+    all += text;
     all += '\n';
   }
   return all;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "environment/colouring/code_box_colouring.h"
 #include "environment/editor/environment_globals.h"
@@ -16,7 +14,7 @@
 #include "environment/text_control/edit_menu.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Extension/WindowHook.h"
-#include "runtime/Function/Sha1.h"
+#include "runtime/Function/StringFunctions.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
@@ -63,23 +61,9 @@ void destroy_all(const char* object) {
   }
 }
 
-std::string sha1_hex(std::string_view text) {
-  static constexpr char HEX[] = "0123456789abcdef";
-  std::string out;
-  for (const uint8_t byte : rt::sha1(text)) {
-    out += HEX[byte >> 4];
-    out += HEX[byte & 15];
-  }
-  return out;
-}
+std::string sha1_hex(std::string_view text) { return std::string(rt::sha1_string_utf8(text).string_view()); }
 
 std::string backup_path() { return file_folders().save_area + "backup.txt"; }
-
-std::string read_file(const std::string& path, bool& found) {
-  std::ifstream in(path, std::ios::binary);
-  found = static_cast<bool>(in);
-  return found ? std::string(std::istreambuf_iterator<char>(in), {}) : std::string();
-}
 
 }  // namespace
 
@@ -140,10 +124,8 @@ void EditorCtrl::create() {
 void EditorCtrl::recover_after_crash() {
   open_pop_up(PopUpKind::Recupero);
   environment_globals().nome_progetto = read_setting_text("nome_ultimo_progetto", "");
-  bool found = false;
-  const std::string text = read_file(backup_path(), found);
   // Without the backup the learner still hears what happened, and starts on an empty page.
-  if (found) load(text);
+  if (std::string text; file_read_whole(backup_path(), text)) load(text);
 }
 
 std::string EditorCtrl::whole_program() const {

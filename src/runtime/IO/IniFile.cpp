@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -118,8 +116,10 @@ void ini_open(const std::string& name) {
   if (g_open) write_out(*g_open);
   auto file = std::make_unique<IniFile>();
   file->name = name;
-  std::ifstream in(file_read_path(name), std::ios::binary);
-  file->sections = parse(std::string(std::istreambuf_iterator<char>(in), {}));
+  // A missing file is an empty one.
+  std::string text;
+  file_read_whole(file_read_path(name), text);
+  file->sections = parse(text);
   g_open = std::move(file);
 }
 

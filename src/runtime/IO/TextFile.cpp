@@ -2,8 +2,6 @@
 
 #include <array>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Error.h"
@@ -43,13 +41,6 @@ TextFile* file_of(int handle, Use use, const char* words) {
   return nullptr;
 }
 
-bool read_whole(const std::string& path, std::string& out) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return false;
-  out.assign(std::istreambuf_iterator<char>(file), {});
-  return true;
-}
-
 void tell_failed_open(const std::string& name) { debug_output("ERROR!!! :: Failed to open file: " + name + "\n"); }
 
 int open_for_writing(const std::string& name, bool keep) {
@@ -66,7 +57,7 @@ int open_for_writing(const std::string& name, bool keep) {
   TextFile& f = g_files[static_cast<size_t>(h)];
   f = {Use::Writing, path, {}, 0};
   // A file kept from the bundle folder is copied into the save area.
-  if (keep) read_whole(file_read_path(name), f.text);
+  if (keep) file_read_whole(file_read_path(name), f.text);
   // The file is made now, empty or as it was, so that a name that can't be written is told at once.
   if (!file_write_whole(path, f.text)) {
     tell_failed_open(name);
@@ -95,7 +86,7 @@ int file_text_open_read(const std::string& name) {
   if (h < 0) return -1;
   TextFile& f = g_files[static_cast<size_t>(h)];
   const std::string path = file_read_path(name);
-  if (path.empty() || !read_whole(path, f.text)) {
+  if (path.empty() || !file_read_whole(path, f.text)) {
     tell_failed_open(name);
     f = {};
     return -1;
