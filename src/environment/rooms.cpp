@@ -7,6 +7,7 @@
 #include "environment/editor/slide_tabs.h"
 #include "environment/editor/windows_size_ctrl.h"
 #include "families/families.h"
+#include "families/funzioni_sulle_tabelle.h"
 #include "environment/main_code_ctrl.h"
 #include "environment/text_control/input_text.h"
 #include "language/evaluation/program_instance.h"
@@ -33,6 +34,7 @@ void define_environment(Startup startup) {
   define_windows_size_ctrl();
   const int32_t runner = define_main_code_ctrl();
   define_obj_input_text();
+  define_tabella();
 
   RoomDescription intro{"Intro", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT};
   intro.creation_code = [] { room_goto(ROOM_EDITOR); };

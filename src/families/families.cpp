@@ -14,12 +14,14 @@ namespace {
 // funzioni_particelle, funzioni_sulle_tabelle, funzioni_logiche,
 // funzioni_esterne, the walk's own "debug", funzioni_sugli_oggetti,
 // funzioni_pixelart.
-constexpr std::array<const Family*, 7> FAMILIES = {
+constexpr std::array<const Family*, 9> FAMILIES = {
     &funzioni_di_disegno,
     &funzioni_sulle_stringhe,
     &funzioni_di_casualita,
     &funzioni_matematiche,
     &funzioni_trigonometriche_e_vettoriali,
+    &funzioni_sui_file_di_testo,
+    &funzioni_sulle_tabelle,
     &funzioni_logiche,
     &debug_family,
 };

@@ -15,6 +15,8 @@ extern const Family funzioni_sulle_stringhe;
 extern const Family funzioni_di_casualita;
 extern const Family funzioni_matematiche;
 extern const Family funzioni_trigonometriche_e_vettoriali;
+extern const Family funzioni_sui_file_di_testo;
+extern const Family funzioni_sulle_tabelle;
 extern const Family funzioni_logiche;
 
 // The families in the order of the calls.

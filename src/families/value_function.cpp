@@ -4,6 +4,7 @@
 
 #include "language/evaluation/program_instance.h"
 #include "runtime/Code/Conversions.h"
+#include "runtime/Function/Random.h"
 
 double slot_number(ProgramInstance& p, int slot) { return argument_number(p, p.call.args[static_cast<size_t>(slot)]); }
 
@@ -42,4 +43,15 @@ std::vector<double> listed_numbers(ProgramInstance& p) {
   std::vector<double> numbers;
   for (int k = 0; k < listed_count(p); ++k) numbers.push_back(slot_number(p, VALORE_KEYS[static_cast<size_t>(k)].slot));
   return numbers;
+}
+
+std::string unnamed_default() {
+  char digits[352];
+  const size_t length = format_number(rt::random(1000), digits);
+  return "senza nome " + std::string(digits, length);
+}
+
+std::string slot_name_or_unnamed(const ProgramInstance& p, int slot) {
+  std::string name = slot_source(p, slot);
+  return name.empty() ? unnamed_default() : name;
 }

@@ -49,3 +49,9 @@ inline constexpr std::array<ArgumentKey, 8> VALORE_KEYS = {{
 int listed_count(const ProgramInstance& p);
 // The numbers of the list slots that the call uses, in slot order.
 std::vector<double> listed_numbers(ProgramInstance& p);
+
+// The name a table or a file gets when the call names none: "senza nome "
+// and a random number in the short form.
+std::string unnamed_default();
+// The source text of `slot`, or unnamed_default() when the call left it empty.
+std::string slot_name_or_unnamed(const ProgramInstance& p, int slot);
