@@ -9,6 +9,8 @@
 #include "families/families.h"
 #include "families/funzioni_sulle_tabelle.h"
 #include "environment/main_code_ctrl.h"
+#include "environment/projects/load_ctrl.h"
+#include "environment/projects/save_ctrl.h"
 #include "environment/text_control/input_text.h"
 #include "language/evaluation/program_instance.h"
 #include "language/evaluation/run_end.h"
@@ -32,6 +34,8 @@ void define_environment(Startup startup) {
   define_scheda();
   define_pop_up();
   define_windows_size_ctrl();
+  define_save_ctrl();
+  define_load_ctrl();
   const int32_t runner = define_main_code_ctrl();
   define_obj_input_text();
   define_tabella();

@@ -9,6 +9,7 @@
 #include "environment/editor/header_buttons.h"
 #include "environment/editor/project_screens.h"
 #include "environment/editor/settings.h"
+#include "environment/projects/load_ctrl.h"
 #include "environment/text_control/input_text.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Graphics/Colour.h"
@@ -19,10 +20,6 @@
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
 
-namespace {
-
-int32_t g_object = -1;
-
 struct PopUpButton {
   const char* label;
   double label_dx;          // the label's centre, from the box's centre
@@ -30,24 +27,36 @@ struct PopUpButton {
   const char* art;
 };
 
+namespace {
+
+int32_t g_object = -1;
+
+
 constexpr PopUpButton QUESTION_BUTTONS[] = {
     {"Salva", 220, 150, 290, "pulsante_verde"},
     {"Annulla", 50, -20, 120, "pulsante_grigio"},
     {"Elimina", -220, -290, -150, "pulsante_rosso"},
 };
 constexpr PopUpButton NOTICE_BUTTONS[] = {{"Ok", 0, -68, 68, "pulsante_blu"}};
+constexpr PopUpButton DELETE_BUTTONS[] = {
+    {"Annulla", 100, 30, 170, "pulsante_grigio"},
+    {"Elimina", -100, -170, -30, "pulsante_rosso"},
+};
+constexpr PopUpButton RENAME_BUTTONS[] = {
+    {"Annulla", 100, 30, 170, "pulsante_grigio"},
+    {"Rinomina", -100, -170, -30, "pulsante_verde"},
+};
+
+// What stands under the name field when the new name can't be taken.
+constexpr const char* NAME_REFUSED = "Nome non valido o già in uso";
 
 constexpr double BUTTONS_TOP = 170, BUTTONS_BOTTOM = 227, LABEL_DY = 182, BUTTON_DY = 198.5;
 constexpr uint32_t TEXT2_COLOUR = 4210752;
 
-std::span<const PopUpButton> buttons_of(bool question) {
-  return question ? std::span<const PopUpButton>(QUESTION_BUTTONS) : std::span<const PopUpButton>(NOTICE_BUTTONS);
-}
-
-const PopUpButton* button_under_pointer(const PopUp& box, bool question) {
+const PopUpButton* button_under_pointer(const PopUp& box) {
   const double dx = mouse_x() - box.x, dy = mouse_y() - box.y;
   if (dy < BUTTONS_TOP || dy > BUTTONS_BOTTOM) return nullptr;
-  for (const PopUpButton& b : buttons_of(question)) {
+  for (const PopUpButton& b : box.buttons()) {
     if (dx >= b.from_dx && dx <= b.to_dx) return &b;
   }
   return nullptr;
@@ -77,13 +86,35 @@ void PopUp::destroy() { write_setting("Crash", 1); }
 void PopUp::step() {
   if (EditorCtrl* editor = editor_ctrl()) editor->box().enabled = false;
   if (!mouse_button_pressed(MOUSE_LEFT)) return;
-  if (const PopUpButton* pressed = button_under_pointer(*this, question())) {
+  if (const PopUpButton* pressed = button_under_pointer(*this)) {
     mouse_clear(MOUSE_LEFT);
     answer(pressed->label);
   }
 }
 
+std::span<const PopUpButton> PopUp::buttons() const {
+  if (recupero) return NOTICE_BUTTONS;
+  if (elimina_file) return DELETE_BUTTONS;
+  if (rinomina_file) return RENAME_BUTTONS;
+  return QUESTION_BUTTONS;
+}
+
+void PopUp::answer_about_file(const std::string& label) {
+  LoadCtrl* screen = load_ctrl();
+  if (screen && label == "Elimina") screen->delete_card(file_index);
+  if (screen && label == "Rinomina" && !screen->rename_card(file_index)) {
+    text2 = NAME_REFUSED;
+    return;
+  }
+  if (screen) screen->close_name_field();
+  instance_destroy(*this);
+}
+
 void PopUp::answer(const std::string& label) {
+  if (elimina_file || rinomina_file) {
+    answer_about_file(label);
+    return;
+  }
   EditorCtrl* editor = editor_ctrl();
   if (label == "Salva") {
     // The save goes on alone; what had been asked for waits for a new request.
@@ -111,7 +142,7 @@ void PopUp::draw_end() {
   draw_state().alpha = 0.7;
   draw_rectangle_colour(0, 0, room->width, room->height, COLOUR_DARK_GREY, COLOUR_DARK_GREY, 0, 0, false);
   draw_state().alpha = 1;
-  draw_art(question() ? "pop_up_domanda" : "pop_up_avviso", x, y, 1, 1);
+  draw_art(notice() ? "pop_up_avviso" : "pop_up_domanda", x, y, 1, 1);
 
   draw_set_font(FONT_TITLE);
   draw_set_halign(1);
@@ -120,11 +151,17 @@ void PopUp::draw_end() {
     draw_centred(x, y - 75, text, 0.75, COLOUR_WHITE);
     draw_centred(x, y + 60, text2, 0.7, TEXT2_COLOUR);
   } else {
-    draw_centred(x, question() ? y - 90 : y - 80, text, question() ? 0.6 : 1, COLOUR_WHITE);
-    draw_centred(x, y + 80, text2, 0.7, TEXT2_COLOUR);
+    draw_centred(x, y - 90, text, 0.6, COLOUR_WHITE);
+    if (!rinomina_file) draw_centred(x, y + 80, text2, 0.7, TEXT2_COLOUR);
+  }
+  if (rinomina_file) {
+    // The frame round the name field, and why a name was refused.
+    draw_state().colour = 8421504;
+    draw_roundrect_ext(x - 200, y + 75, x + 200, y + 115, 12, 12, false);
+    draw_centred(x, y + 140, text2, 0.4, COLOUR_WHITE);
   }
   draw_set_valign(0);
-  for (const PopUpButton& b : buttons_of(question())) {
+  for (const PopUpButton& b : buttons()) {
     draw_art(b.art, x + (b.from_dx + b.to_dx) / 2, y + BUTTON_DY, 1, 1);
     draw_centred(x + b.label_dx, y + LABEL_DY, b.label, 0.5, COLOUR_WHITE);
   }
@@ -146,6 +183,8 @@ PopUp& open_pop_up(PopUpKind kind) {
       box->text = "Se apri un altro progetto il tuo\r\nlavoro attuale verrà cancellato";
       box->apri = 1;
       break;
+    case PopUpKind::EliminaFile: box->elimina_file = 1; break;
+    case PopUpKind::RinominaFile: box->rinomina_file = 1; break;
     case PopUpKind::Recupero:
       box->text = "Ops... Qualcosa è andato storto...";
       box->text2 = "Ma abbiamo recuperato \r\nil tuo codice!";
@@ -159,7 +198,7 @@ bool pop_up_exists() { return the_pop_up() != nullptr; }
 
 int pop_up_cursor() {
   const PopUp* box = the_pop_up();
-  return box && button_under_pointer(*box, box->recupero == 0) ? -21 : 0;
+  return box && button_under_pointer(*box) ? -21 : 0;
 }
 
 int32_t define_pop_up() {

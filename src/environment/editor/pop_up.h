@@ -1,16 +1,21 @@
 // pop_up: the one modal box of the environment. A question (new project,
 // open, close) offers "Salva", "Annulla" and "Elimina"; a notice (the
-// recovery after a crash) offers "Ok". While it stands every button, the
+// recovery after a crash) offers "Ok"; the open screen asks with it before
+// it deletes a saved project ("Elimina", "Annulla") or renames one
+// ("Rinomina", "Annulla", round the screen's name field). While it stands every button, the
 // backup and the close request wait, the code box takes no keys, and
 // setting.ini says there is nothing to recover.
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "runtime/Object/Instance.h"
 
-enum class PopUpKind { Nuovo, Chiudi, Apri, Recupero };
+struct PopUpButton;
+
+enum class PopUpKind { Nuovo, Chiudi, Apri, Recupero, EliminaFile, RinominaFile };
 
 class PopUp : public CInstance {
  public:
@@ -22,11 +27,16 @@ class PopUp : public CInstance {
   void draw_end();
 
   std::string text, text2;
-  int nuovo = 0, chiudi = 0, apri = 0, recupero = 0;
+  int nuovo = 0, chiudi = 0, apri = 0, recupero = 0, elimina_file = 0, rinomina_file = 0;
+  int file_index = -1;  // the open screen's card that the question is about
+
+  // The buttons of this kind of box.
+  std::span<const PopUpButton> buttons() const;
 
  private:
-  bool question() const { return recupero == 0; }
+  bool notice() const { return recupero != 0; }
   void answer(const std::string& label);
+  void answer_about_file(const std::string& label);
 };
 
 // Opens the box of `kind` in the middle of the room.

@@ -1,5 +1,7 @@
 #include "runtime/IO/DesktopFunctions.h"
 
+#include "runtime/Platform/Desktop.h"
+
 #include <cctype>
 #include <cstring>
 

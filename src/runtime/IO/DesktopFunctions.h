@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "runtime/IO/DesktopOpen.h"
-#include "runtime/Platform/Desktop.h"
+namespace platform {
+struct FileFilter;
+}
 
 // The filters of a filter text "name|*.ext|name|*.a;*.b"; a text without
 // "|" is one pattern, and ".ext" stands for "*.ext".

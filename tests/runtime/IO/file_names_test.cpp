@@ -7,6 +7,7 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/IO/BinaryFile.h"
 #include "runtime/IO/DesktopFunctions.h"
+#include "runtime/Platform/Desktop.h"
 #include "runtime/IO/TextFile.h"
 #include "runtime/Platform/Headless.h"
 #include "runtime/Platform/Log.h"
