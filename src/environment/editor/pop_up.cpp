@@ -156,8 +156,10 @@ void PopUp::draw_end() {
   }
   if (rinomina_file) {
     // The frame round the name field, and why a name was refused.
-    draw_state().colour = 8421504;
+    draw_state().colour = static_cast<uint32_t>(COLOUR_WHITE);
     draw_roundrect_ext(x - 200, y + 75, x + 200, y + 115, 12, 12, false);
+    draw_state().colour = 8421504;
+    draw_roundrect_ext(x - 200, y + 75, x + 200, y + 115, 12, 12, true);
     draw_centred(x, y + 140, text2, 0.4, COLOUR_WHITE);
   }
   draw_set_valign(0);

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int CARDS_PER_COLUMN = 5;
 constexpr double COLUMN_STEP = 550, CARD_WIDTH = 500, CARD_HEIGHT = 85, ROW_STEP = 100;
-constexpr double TITLE_WIDTH = 390, TITLE_SCALE = 1.2, SCROLL_MARGIN = 100, SCROLL_FLOOR_Y = 150;
+constexpr double TITLE_WIDTH = 390, TITLE_SCALE = 0.4, SCROLL_MARGIN = 100, SCROLL_FLOOR_Y = 150;
 constexpr uint32_t CARD_BORDER = 8421504, GROUND_HUE = 96;
 
 constexpr std::array<const char*, 7> WEEKDAYS = {"Domenica", "Lunedì",  "Martedì", "Mercoledì",
@@ -112,8 +112,9 @@ void ProjectScreen::draw_cards(double hue, bool hover, const std::string& match,
       for (double w = 0; w <= pulse + 1; ++w) draw_rectangle(left - w, top - w, left + CARD_WIDTH + w, top + CARD_HEIGHT + w, true);
     }
     const double x = left + 80;
+    draw_art("icona_progetto", left + 40, top + CARD_HEIGHT / 2, 1, 1);
     draw_state().colour = 0;
-    draw_set_font(FONT_LABEL_BOLD);
+    draw_set_font(FONT_TITLE);
     draw_text_transformed(x, top + 5, fitted_title(card.titolo, TITLE_SCALE), TITLE_SCALE, TITLE_SCALE, 0);
     draw_set_font(FONT_LABEL);
     draw_state().colour = 4210752;

@@ -41,7 +41,8 @@ void SaveCtrl::create() {
 
 void SaveCtrl::alarm_0() { room_goto(ROOM_PROGETTI); alarm[1] = 3; }
 
-void SaveCtrl::alarm_1() { make_name_field(60, 60, 300, environment_globals().nome_progetto); }
+// The field's line sits in the middle of its frame at the size of the label font.
+void SaveCtrl::alarm_1() { make_name_field(60, 66, 300, environment_globals().nome_progetto); }
 
 void SaveCtrl::alarm_2() { end_in_editor(); }
 
