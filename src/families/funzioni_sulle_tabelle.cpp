@@ -111,35 +111,34 @@ constexpr ArgumentKey DRAW_KEYS[] = {
     {"(COLORE_TESTO:", TEXT, "", 32768}, {"(COLORE_LINEE:", LINES, "", 8421504},
 };
 
+// The shapes first and the texts after them, so that the device draws
+// each kind in one go; no text crosses a line, so the picture is the same.
 void draw_table(const Tabella& table, double x, double y, double rows, double columns, double background,
                 double ink, double lines) {
   const double right = x + COLUMN_WIDTH * columns, bottom = y + ROW_HEIGHT + ROW_HEIGHT * rows;
   set_colour_and_alpha(ink, 1);
   draw_roundrect_ext(x, y, right, y + 2 * ROW_HEIGHT, TITLE_RADIUS, TITLE_RADIUS, false);
   set_colour_and_alpha(background, 1);
+  draw_rectangle(x, y + ROW_HEIGHT, right, bottom, false);
+  set_colour_and_alpha(lines, 1);
+  for (double r = 1; r <= rows; ++r) draw_line(x, y + r * ROW_HEIGHT + ROW_HEIGHT, right, y + r * ROW_HEIGHT + ROW_HEIGHT);
+  for (double b = 1; b <= columns; ++b) draw_line(x + b * COLUMN_WIDTH, y + ROW_HEIGHT, x + b * COLUMN_WIDTH, bottom);
+  draw_rectangle(x, y + ROW_HEIGHT, right, bottom, true);
+
+  set_colour_and_alpha(background, 1);
   draw_set_halign(TEXT_ALIGN_CENTRE);
   draw_text(x + COLUMN_WIDTH * columns / 2, y + 3, rt::string_upper(without_quotes(table.nome)).string_view());
   draw_set_halign(TEXT_ALIGN_START);
-  draw_rectangle(x, y + ROW_HEIGHT, right, bottom, false);
-
+  set_colour_and_alpha(ink, 1);
   for (double b = 1; b <= columns; ++b) {
     for (double r = 1; r <= rows; ++r) {
       // A text shows as the learner reads it, without its quotes.
       const std::string& value = table.cell(r, b);
       const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
-      set_colour_and_alpha(ink, 1);
       draw_text(x + (b - 1) * COLUMN_WIDTH + 10, y + r * ROW_HEIGHT + 3,
                 quoted ? std::string_view(value).substr(1, value.size() - 2) : std::string_view(value));
-      if (b == 1) {
-        set_colour_and_alpha(lines, 1);
-        draw_line(x, y + r * ROW_HEIGHT + ROW_HEIGHT, right, y + r * ROW_HEIGHT + ROW_HEIGHT);
-      }
     }
-    set_colour_and_alpha(lines, 1);
-    draw_line(x + b * COLUMN_WIDTH, y + ROW_HEIGHT, x + b * COLUMN_WIDTH, bottom);
   }
-  set_colour_and_alpha(lines, 1);
-  draw_rectangle(x, y + ROW_HEIGHT, right, bottom, true);
   reset_colour_and_alpha();
 }
 

@@ -23,9 +23,6 @@
 
 namespace {
 
-constexpr const char* TEXT_FILES = "text |*.txt";
-// The field's line sits in the middle of its frame at the size of the label font.
-constexpr double NAME_FIELD_DROP = 10;
 constexpr double ICON_SIZE = 26, RENAME_DX = 440, DELETE_DX = 470, ICONS_DY = 55;
 
 int32_t g_object = -1;
@@ -91,7 +88,7 @@ void LoadCtrl::open_card(int index) {
 }
 
 void LoadCtrl::alarm_4() {
-  const std::string path = get_open_filename(TEXT_FILES, "");
+  const std::string path = get_open_filename(PROJECT_FILES, "");
   back_to_editor(!path.empty() && file_read_whole(path, opened) ? 3 : 2);
 }
 
@@ -101,7 +98,7 @@ void LoadCtrl::ask_rename(int index) {
   box.text = "Stai per rinominare il progetto \r\n'" + titolo + "' in:";
   box.text2 = "";
   box.file_index = index;
-  ObjInputText& field = make_name_field(box.x - 190, box.y + 80 + NAME_FIELD_DROP, 380, titolo);
+  ObjInputText& field = make_name_field(box.x - 190, box.y + 80, 380, titolo);
   field.draw_end = true;
   field.depth = box.depth - 1;
 }

@@ -151,7 +151,9 @@ void draw_name_frame(double x1, double y1, double x2, double y2) {
 }
 
 ObjInputText& ProjectScreen::make_name_field(double fx, double fy, double width, const std::string& text) {
-  ObjInputText& field = *input_text_new(static_cast<float>(fx), static_cast<float>(fy));
+  // The line of the label font sits in the middle of the field's frame a little lower down.
+  constexpr double LINE_DROP = 7;
+  ObjInputText& field = *input_text_new(static_cast<float>(fx), static_cast<float>(fy + LINE_DROP));
   field.construct(false, width, -1, FONT_LABEL, 4210752, 1, -1, 100, -1, -1, 0, 0, true, 0);
   field.enable();
   field.set_misc(true, 0, 20, 1, 1, static_cast<uint32_t>(COLOUR_WHITE), 1, true);

@@ -14,6 +14,9 @@
 
 class ObjInputText;
 
+// What the desktop's chooser offers for a project: text files.
+inline constexpr const char* PROJECT_FILES = "text |*.txt";
+
 class ProjectScreen : public CInstance {
  public:
   using CInstance::CInstance;

@@ -19,8 +19,6 @@
 
 namespace {
 
-constexpr const char* TEXT_FILES = "text |*.txt";
-
 bool pointer_in(double x1, double y1, double x2, double y2) {
   const double mx = mouse_x(), my = mouse_y();
   return mx >= x1 && mx <= x2 && my >= y1 && my <= y2;
@@ -41,8 +39,7 @@ void SaveCtrl::create() {
 
 void SaveCtrl::alarm_0() { room_goto(ROOM_PROGETTI); alarm[1] = 3; }
 
-// The field's line sits in the middle of its frame at the size of the label font.
-void SaveCtrl::alarm_1() { make_name_field(60, 66, 300, environment_globals().nome_progetto); }
+void SaveCtrl::alarm_1() { make_name_field(60, 60, 300, environment_globals().nome_progetto); }
 
 void SaveCtrl::alarm_2() { end_in_editor(); }
 
@@ -90,7 +87,7 @@ void SaveCtrl::save_here() {
 // The chooser stands over the window on the desktop; the index doesn't
 // learn of a project saved through it.
 void SaveCtrl::alarm_4() {
-  const std::string path = get_save_filename(TEXT_FILES, environment_globals().nome_progetto);
+  const std::string path = get_save_filename(PROJECT_FILES, environment_globals().nome_progetto);
   if (!path.empty()) {
     if (!file_write_whole(path, str)) {
       show_message(RValue::text("Impossibile salvare il progetto in " + path));
