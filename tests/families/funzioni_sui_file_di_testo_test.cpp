@@ -8,16 +8,11 @@ namespace {
 
 class FunzioniSuiFileDiTesto : public ProgramTest {
  protected:
-  ProgramInstance& run(const std::string& statements) {
-    ProgramInstance& p = runnable("INIZIA\n" + statements + "\nCICLO CONTINUO\n");
-    run_inizia(p);
-    return p;
-  }
   SaveArea save_area_;
 };
 
 TEST_F(FunzioniSuiFileDiTesto, WritingCreatesAppendsAndReplaces) {
-  ProgramInstance& p = run(
+  ProgramInstance& p = started(
       "punti = 12\n"
       "scrivi su questo file (NOME: \"record.txt\", TESTO: \"Anna\")\n"
       "scrivi su questo file (NOME: \"record.txt\", TESTO: \": < punti >\")\n"
@@ -31,7 +26,7 @@ TEST_F(FunzioniSuiFileDiTesto, WritingCreatesAppendsAndReplaces) {
 
 TEST_F(FunzioniSuiFileDiTesto, ReadingGivesTheTextOrOneLineWithItsLineFeed) {
   save_area_.write("dati.txt", "uno\r\ndue\r\ntre");
-  ProgramInstance& p = run(
+  ProgramInstance& p = started(
       "file = \"dati\"\n"
       "t = ottieni testo da questo file (NOME: \"dati.txt\")\n"
       "v = ottieni testo da questo file (NOME: file)\n"

@@ -15,12 +15,6 @@ class FunzioniSulleTabelle : public ProgramTest {
     define_tabella();
     objects_prepare();
   }
-  // Runs `statements` once as the block INIZIA.
-  ProgramInstance& run(const std::string& statements) {
-    ProgramInstance& p = runnable("INIZIA\n" + statements + "\nCICLO CONTINUO\n");
-    run_inizia(p);
-    return p;
-  }
   static int tables() {
     const auto& all = object_get(object_find("tabella"))->instances;
     return static_cast<int>(std::count_if(all.begin(), all.end(), [](const CInstance* t) { return t->active(); }));
@@ -30,7 +24,7 @@ class FunzioniSulleTabelle : public ProgramTest {
 };
 
 TEST_F(FunzioniSulleTabelle, CellsAreFilledChangedAndReadByName) {
-  ProgramInstance& p = run(
+  ProgramInstance& p = started(
       "crea tabella (NOME: \"classe\")\n"
       "riempi tabella (NOME: \"classe\", COLONNA_1: \"Anna|Bruno|\", COLONNA_2: \"uno|due\")\n"
       "modifica tabella (NOME: \"classe\", RIGA: 1+1, COLONNA: 3, NUOVO_VALORE: \"bravo\")\n"
@@ -56,7 +50,7 @@ TEST_F(FunzioniSulleTabelle, CellsAreFilledChangedAndReadByName) {
 }
 
 TEST_F(FunzioniSulleTabelle, AnExportedTableImportsBackWithItsTextsQuoted) {
-  ProgramInstance& p = run(
+  ProgramInstance& p = started(
       "crea tabella (NOME: \"voti\")\n"
       "modifica tabella (NOME: \"voti\", RIGA: 1, COLONNA: 1, NUOVO_VALORE: \"Anna Rossi\")\n"
       "modifica tabella (NOME: \"voti\", RIGA: 1, COLONNA: 2, NUOVO_VALORE: 7.5)\n"
@@ -80,7 +74,7 @@ TEST_F(FunzioniSulleTabelle, AnExportedTableImportsBackWithItsTextsQuoted) {
 
 TEST_F(FunzioniSulleTabelle, ASpreadsheetFileReadsAsTheLearnerSawIt) {
   save_area_.write("registro.csv", "\xEF\xBB\xBFNome;Voto;Classe\r\n\"Rossi, Mario\";7,5;3A\r\nBianchi;8;\r\n");
-  ProgramInstance& p = run(
+  ProgramInstance& p = started(
       "importa tabella (NOME: \"r\", PERCORSO: \"registro\")\n"
       "a = ottieni dato da tabella (NOME: \"r\", RIGA: 1, COLONNA: 1)\n"
       "b = ottieni dato da tabella (NOME: \"r\", RIGA: 2, COLONNA: 1)\n"
@@ -96,7 +90,7 @@ TEST_F(FunzioniSulleTabelle, ASpreadsheetFileReadsAsTheLearnerSawIt) {
 }
 
 TEST_F(FunzioniSulleTabelle, AMissingFileIsToldAndLeavesAnEmptyTable) {
-  ProgramInstance& p = run(
+  ProgramInstance& p = started(
       "importa tabella (NOME: \"r\", PERCORSO: \"manca\")\n"
       "a = ottieni dato da tabella (NOME: \"r\", RIGA: 1, COLONNA: 1)");
   ASSERT_EQ(messages_.size(), 1u);

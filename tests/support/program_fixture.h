@@ -82,6 +82,12 @@ class ProgramTest : public ::testing::Test {
     p.mem_function(0, p.program.totale_tok);
     return p;
   }
+  // A program of `statements` in its block INIZIA, run once as a run starts.
+  ProgramInstance& started(const std::string& statements) {
+    ProgramInstance& p = runnable("INIZIA\n" + statements + "\nCICLO CONTINUO\n");
+    run_inizia(p);
+    return p;
+  }
   // The block "INIZIA", as the run does once at the start.
   static void run_inizia(ProgramInstance& p) { p.execute_function_ext(p.program.INIZIA, p.program.DISEGNA); }
   // The block "CICLO CONTINUO", as each frame runs it.

@@ -15,10 +15,7 @@ using namespace velant_window;
 
 TEST(EditorWindow, ALearnerWritesRunsMeetsAFaultClosesAndRecoversAfterACrash) {
   if (!x_tools_present()) GTEST_SKIP() << "needs an X display, xdotool and xwd";
-  // The X server starts afresh when its last client leaves, and refuses
-  // connections meanwhile: a connection of the test's own keeps it up between
-  // the killed velant and the next one.
-  const std::unique_ptr<Display, int (*)(Display*)> keep_server_up(XOpenDisplay(nullptr), XCloseDisplay);
+  const XServerHold keep_server_up = hold_x_server();
   ASSERT_NE(keep_server_up, nullptr);
   TempFolder data("velant_window");
   const std::filesystem::path area = data.path() / "Velant";

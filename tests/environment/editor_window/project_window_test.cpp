@@ -31,7 +31,7 @@ void write_projects(const std::filesystem::path& area, int n) {
 
 TEST(ProjectWindow, ALearnerSavesOpensRenamesAndDeletesAProject) {
   if (!x_tools_present()) GTEST_SKIP() << "needs an X display, xdotool and xwd";
-  const std::unique_ptr<Display, int (*)(Display*)> keep_server_up(XOpenDisplay(nullptr), XCloseDisplay);
+  const XServerHold keep_server_up = hold_x_server();
   ASSERT_NE(keep_server_up, nullptr);
   TempFolder data("velant_projects");
   const std::filesystem::path area = data.path() / "Velant";

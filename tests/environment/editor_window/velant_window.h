@@ -18,6 +18,8 @@
 #include <thread>
 #include <vector>
 
+#include <X11/Xlib.h>
+
 #include "runtime/Graphics/Colour.h"
 #include "support/TempFolder.h"
 #include "support/WindowCapture.h"
@@ -40,6 +42,12 @@ inline bool wait_until(const std::function<bool()>& done, std::chrono::milliseco
 inline bool x_tools_present() {
   return std::getenv("DISPLAY") && std::system("command -v xdotool xwd > /dev/null") == 0;
 }
+
+// The X server starts afresh when its last client leaves, and refuses
+// connections meanwhile: a connection of the test's own keeps it up between
+// one velant and the next.
+using XServerHold = std::unique_ptr<Display, int (*)(Display*)>;
+inline XServerHold hold_x_server() { return {XOpenDisplay(nullptr), XCloseDisplay}; }
 
 inline bool sh(const std::string& command) { return std::system(("timeout 60 " + command).c_str()) == 0; }
 
