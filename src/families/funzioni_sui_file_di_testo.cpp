@@ -5,6 +5,7 @@
 // A file's name is the NOME as written, without its quotes; where that is
 // the name of a variable, its value is the name, so that a program can keep
 // a file's name in a variable.
+#include <algorithm>
 #include <string>
 
 #include "families/families.h"
@@ -60,7 +61,8 @@ void scrivi_una_nuova_linea_su_questo_file(ProgramInstance& p, int i) { write(p,
 std::string lines_of(const std::string& name) {
   std::string text;
   if (!file_read_whole(file_read_path(name), text) || text.empty()) return "";
-  std::erase(text, '\r');
+  text_edit::replace_all(text, "\r\n", "\n");
+  std::replace(text.begin(), text.end(), '\r', '\n');
   if (!text.ends_with('\n')) text += '\n';
   return text;
 }
@@ -75,7 +77,7 @@ void ottieni_testo_da_questo_file(ProgramInstance& p, int i) {
 }
 
 // Line RIGA, counted from 1, with its line feed; "" past the end. RIGA is a
-// number as written, not an expression.
+// number as written, not an expression: one below 1 skips no line.
 void ottieni_una_riga_di_testo_da_questo_file(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Value, READ_KEYS);
   const std::string text = lines_of(file_name(p, slot_source(p, NAME)));
@@ -83,7 +85,7 @@ void ottieni_una_riga_di_testo_da_questo_file(ProgramInstance& p, int i) {
   size_t from = 0;
   for (double skipped = 1; skipped < wanted && from < text.size(); ++skipped) from = text.find('\n', from) + 1;
   const size_t end = text.find('\n', from);
-  give_text(p, i, wanted < 1 || from >= text.size() ? "" : text.substr(from, end + 1 - from));
+  give_text(p, i, from >= text.size() ? "" : text.substr(from, end + 1 - from));
 }
 
 constexpr FamilyFunction FUNCTIONS[] = {

@@ -9,6 +9,7 @@
 #include "families/funzioni_sulle_tabelle.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -34,6 +35,7 @@
 namespace {
 
 constexpr size_t START_ROWS = 200, START_COLUMNS = 16;
+constexpr double MAX_DRAWN = 1000;
 constexpr double COLUMN_WIDTH = 140, ROW_HEIGHT = 20, TITLE_RADIUS = 18;
 constexpr std::string_view CSV = ".csv";
 
@@ -45,7 +47,7 @@ class Tabella : public CInstance {
   // The cell at row r, column c, counted from 1; "" outside what was written.
   const std::string& cell(double r, double c) const {
     static const std::string none;
-    if (r < 1 || c < 1 || r > static_cast<double>(arr.size())) return none;
+    if (!(r >= 1 && c >= 1) || r > static_cast<double>(arr.size())) return none;
     const auto& row = arr[static_cast<size_t>(r) - 1];
     return c > static_cast<double>(row.size()) ? none : row[static_cast<size_t>(c) - 1];
   }
@@ -78,8 +80,10 @@ void make_table(std::string name) {
   if (auto* table = static_cast<Tabella*>(instance_create(0, 0, g_object, 0))) table->nome = std::move(name);
 }
 
-// A whole index of a row or column from 1, or 0 for one that isn't.
-size_t index_of(double n) { return n >= 1 && n < 1e6 ? static_cast<size_t>(n) : 0; }
+// A whole index of a row or column from 1, or 0 for one that isn't or
+// that would make a table too large to keep.
+size_t index_of(double n, double limit) { return n >= 1 && n <= limit ? static_cast<size_t>(n) : 0; }
+constexpr double MAX_ROWS = 100000, MAX_COLUMNS = 1000;
 
 std::string without_quotes(std::string text) {
   std::erase(text, '"');
@@ -144,10 +148,12 @@ void draw_table(const Tabella& table, double x, double y, double rows, double co
 
 void disegna_tabella(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Statement, DRAW_KEYS);
+  const double x = slot_number(p, X), y = slot_number(p, Y);
+  // Rows and columns past the window's reach would only hold the frame up.
+  const double rows = std::clamp(std::floor(slot_number(p, ROWS)), 0.0, MAX_DRAWN),
+               columns = std::clamp(std::floor(slot_number(p, COLUMNS)), 0.0, MAX_DRAWN);
   const std::vector<Tabella*> tables = tables_named(slot_source(p, NAME));
-  if (tables.empty()) return;
-  const double x = slot_number(p, X), y = slot_number(p, Y), rows = slot_number(p, ROWS),
-               columns = slot_number(p, COLUMNS);
+  if (tables.empty() || std::isnan(rows) || std::isnan(columns)) return;
   draw_set_font(environment_font());
   for (const Tabella* table : tables) {
     draw_table(*table, x, y, rows, columns, slot_number(p, BACKGROUND), slot_number(p, TEXT), slot_number(p, LINES));
@@ -161,7 +167,7 @@ constexpr ArgumentKey CHANGE_KEYS[] = {
 void modifica_tabella(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Statement, CHANGE_KEYS);
   const std::vector<Tabella*> tables = tables_named(slot_source(p, NAME));
-  const size_t r = index_of(slot_number(p, ROW)), c = index_of(slot_number(p, COLUMN));
+  const size_t r = index_of(slot_number(p, ROW), MAX_ROWS), c = index_of(slot_number(p, COLUMN), MAX_COLUMNS);
   if (tables.empty() || r == 0 || c == 0) return;
   const std::string value = calculate_expression_in_string(p, calculate_string(p, slot_source(p, NEW_VALUE)));
   for (Tabella* table : tables) table->cell_to_write(r, c) = value;
@@ -180,7 +186,7 @@ void ottieni_dato_da_tabella(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Value, READ_KEYS);
   const std::vector<Tabella*> tables = tables_named(slot_source(p, NAME));
   if (tables.empty()) {
-    give_text(p, i, "0");
+    give_number(p, i, 0, NumberForm::Exact);
     return;
   }
   const double r = string_is_real(calculate_string(p, slot_source(p, ROW)));
@@ -235,10 +241,12 @@ void esporta_tabella(ProgramInstance& p, int i) {
 // A number keeps its digits; a text that starts with a digit, such as
 // "3A", stays as written; any other text becomes a quoted text.
 std::string imported_value(std::string cell) {
+  const auto digit = [](char c) { return c >= '0' && c <= '9'; };
   char* end = nullptr;
   std::strtod(cell.c_str(), &end);
-  const bool is_number = !cell.empty() && *end == '\0';
-  if (cell.empty() || is_number || (cell[0] >= '0' && cell[0] <= '9')) return cell;
+  const bool is_number = !cell.empty() && (digit(cell[0]) || cell[0] == '-' || cell[0] == '+' || cell[0] == '.') &&
+                         *end == '\0';
+  if (is_number || (!cell.empty() && digit(cell[0]))) return cell;
   return '"' + cell + '"';
 }
 
@@ -257,7 +265,9 @@ void importa_tabella(ProgramInstance& p, int i) {
     return;
   }
   const SeparatedRows rows = separated_values_read(text, ';');
-  Tabella& table = *tables_named(name).back();
+  const std::vector<Tabella*> made = tables_named(name);
+  if (made.empty()) return;
+  Tabella& table = *made.back();
   for (size_t r = 0; r < rows.size(); ++r) {
     for (size_t c = 0; c < rows[r].size(); ++c) table.cell_to_write(r + 1, c + 1) = imported_value(rows[r][c]);
   }

@@ -31,7 +31,7 @@ TEST_F(FunzioniSuiFileDiTesto, ReadingGivesTheTextOrOneLineWithItsLineFeed) {
       "t = ottieni testo da questo file (NOME: \"dati.txt\")\n"
       "v = ottieni testo da questo file (NOME: file)\n"
       "u = ottieni una riga di testo da questo file (NOME: \"dati.txt\", RIGA: 2)\n"
-      "w = ottieni una riga di testo da questo file (NOME: \"dati.txt\")\n"
+      "w = ottieni una riga di testo da questo file (NOME: \"dati.txt\", RIGA: 0)\n"
       "x = ottieni una riga di testo da questo file (NOME: \"dati.txt\", RIGA: 9)\n"
       "m = ottieni testo da questo file (NOME: \"manca\")");
   EXPECT_EQ(stored(p, "t"), "uno\ndue\ntre\n");

@@ -62,10 +62,7 @@ const PopUpButton* button_under_pointer(const PopUp& box) {
   return nullptr;
 }
 
-PopUp* the_pop_up() {
-  const CObject* object = object_get(g_object);
-  return object && !object->instances.empty() ? static_cast<PopUp*>(object->instances.front()) : nullptr;
-}
+PopUp* the_pop_up() { return static_cast<PopUp*>(first_active_instance(g_object)); }
 
 void draw_centred(double x, double y, const std::string& text, double scale, double colour) {
   draw_state().colour = static_cast<uint32_t>(colour);

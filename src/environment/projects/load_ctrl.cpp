@@ -1,7 +1,5 @@
 #include "environment/projects/load_ctrl.h"
 
-#include <cmath>
-
 #include "environment/editor/art.h"
 #include "environment/editor/editor_ctrl.h"
 #include "environment/editor/environment_globals.h"
@@ -23,12 +21,13 @@
 
 namespace {
 
-constexpr double ICON_SIZE = 26, RENAME_DX = 440, DELETE_DX = 470, ICONS_DY = 55;
+// The icons' top left corners, and the label's right end, from the card's corner.
+constexpr double ICON_SIZE = 26, RENAME_DX = 440, DELETE_DX = 470, ICONS_DY = 55, LABEL_DX = 430, LABEL_DY = 60;
 
 int32_t g_object = -1;
 
-bool pointer_near(double x, double y) {
-  return std::fabs(mouse_x() - x) <= ICON_SIZE / 2 && std::fabs(mouse_y() - y) <= ICON_SIZE / 2;
+bool pointer_on_icon(double left, double top) {
+  return mouse_x() >= left && mouse_x() <= left + ICON_SIZE && mouse_y() >= top && mouse_y() <= top + ICON_SIZE;
 }
 
 }  // namespace
@@ -51,11 +50,12 @@ void LoadCtrl::alarm_3() {
 }
 
 void LoadCtrl::step() {
-  if (current_room_index() != ROOM_PROGETTI || pop_up_exists()) return;
+  if (current_room_index() != ROOM_PROGETTI) return;
   scroll();
+  if (pop_up_exists()) return;
   const int under = card_under_pointer();
-  rinomina = under >= 0 && pointer_near(card_left(under) + RENAME_DX, card_top(under) + ICONS_DY);
-  elimina = under >= 0 && pointer_near(card_left(under) + DELETE_DX, card_top(under) + ICONS_DY);
+  rinomina = under >= 0 && pointer_on_icon(card_left(under) + RENAME_DX, card_top(under) + ICONS_DY);
+  elimina = under >= 0 && pointer_on_icon(card_left(under) + DELETE_DX, card_top(under) + ICONS_DY);
   window_set_cursor(under >= 0 ? -21 : -2);
   if (mouse_button_pressed(MOUSE_LEFT)) press();
 }
@@ -127,13 +127,14 @@ bool LoadCtrl::rename_card(int index) {
 
 void LoadCtrl::draw_card_icons(int index) const {
   const double left = card_left(index), top = card_top(index);
-  draw_art("icona_rinomina", left + RENAME_DX, top + ICONS_DY, ICON_SIZE / 48, 1);
-  draw_art("icona_elimina", left + DELETE_DX, top + ICONS_DY, ICON_SIZE / 48, 1);
+  constexpr double HALF = ICON_SIZE / 2;
+  draw_art("icona_rinomina", left + RENAME_DX + HALF, top + ICONS_DY + HALF, ICON_SIZE / 48, 1);
+  draw_art("icona_elimina", left + DELETE_DX + HALF, top + ICONS_DY + HALF, ICON_SIZE / 48, 1);
   if (!rinomina && !elimina) return;
   draw_set_font(FONT_LABEL);
   draw_set_halign(TEXT_ALIGN_END);
   draw_state().colour = 0;
-  draw_text(left + 424, top + 60, rinomina ? "Rinomina" : "Elimina");
+  draw_text(left + LABEL_DX, top + LABEL_DY, rinomina ? "Rinomina" : "Elimina");
   draw_set_halign(TEXT_ALIGN_START);
 }
 
@@ -146,16 +147,13 @@ void LoadCtrl::draw() {
   if (under >= 0) draw_card_icons(under);
   draw_set_font(FONT_TITLE);
   draw_state().colour = static_cast<uint32_t>(COLOUR_WHITE);
-  draw_text_transformed(80, 40, "Apri un progetto salvato", 0.5, 0.5, 0);
+  draw_text_transformed(80, 55, "Apri un progetto salvato", 0.5, 0.5, 0);
   draw_button("Annulla", 1040, "pulsante_grigio", 180, false);
   draw_button(". . .", 1220, "pulsante_blu", 90, false);
   if (environment_globals().attenua_colori == 1) draw_attenuation_veil(0.25);
 }
 
-LoadCtrl* load_ctrl() {
-  const CObject* object = object_get(g_object);
-  return object && !object->instances.empty() ? static_cast<LoadCtrl*>(object->instances.front()) : nullptr;
-}
+LoadCtrl* load_ctrl() { return static_cast<LoadCtrl*>(first_active_instance(g_object)); }
 
 int32_t define_load_ctrl() {
   g_object = ObjectDefinition<LoadCtrl>("load_ctrl")

@@ -54,12 +54,17 @@ bool save_project(const std::string& titolo, const std::string& text) {
   if (path.empty() || !file_write_whole(path, text)) return false;
   ini_open(INDEX);
   const int files = first_free_section();
-  int section = files;
+  const double now = date_current_datetime();
+  bool listed = false;
   for (int k = 1; k < files; ++k) {
-    if (ini_read_string(std::to_string(k), "titolo", "") == titolo) section = k;
+    if (ini_read_string(std::to_string(k), "titolo", "") != titolo) continue;
+    ini_write_real(std::to_string(k), "data", now);
+    listed = true;
   }
-  if (section == files) ini_write_string(std::to_string(section), "titolo", titolo);
-  ini_write_real(std::to_string(section), "data", date_current_datetime());
+  if (!listed) {
+    ini_write_string(std::to_string(files), "titolo", titolo);
+    ini_write_real(std::to_string(files), "data", now);
+  }
   ini_close();
   return true;
 }

@@ -139,7 +139,7 @@ void ProjectScreen::draw_button(const char* label, double x, const char* art, do
   draw_set_valign(TEXT_ALIGN_CENTRE);
   draw_state().colour = static_cast<uint32_t>(COLOUR_WHITE);
   draw_state().alpha = alpha;
-  draw_text_transformed(x, 73, label, 0.35, 0.35, 0);
+  draw_text_transformed(x, 75, label, 0.35, 0.35, 0);
   draw_state().alpha = 1;
   draw_set_halign(TEXT_ALIGN_START);
   draw_set_valign(TEXT_ALIGN_START);
@@ -174,6 +174,8 @@ void ProjectScreen::close_name_field() {
 void ProjectScreen::back_to_editor(int alarm_index) {
   // The field belongs to the file room and goes with it.
   box_titolo = -1;
+  // What was still to come on this screen (the field, the chooser) goes with it.
+  for (int32_t& pending : alarm) pending = -1;
   room_goto(ROOM_EDITOR);
   alarm[alarm_index] = 1;
 }

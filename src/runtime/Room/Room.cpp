@@ -148,6 +148,15 @@ CInstance* instance_find(int32_t id) {
   return it->second.get();
 }
 
+CInstance* first_active_instance(int32_t object) {
+  const CObject* o = object_get(object);
+  if (!o) return nullptr;
+  for (CInstance* instance : o->instances) {
+    if (instance->active()) return instance;
+  }
+  return nullptr;
+}
+
 void deletion_pass() {
   World& w = world();
   if (w.marked == 0 || !w.room) return;

@@ -76,6 +76,8 @@ CInstance* instance_create(float x, float y, int32_t object, float depth,
 void instance_destroy(CInstance& instance, bool run_destroy = true);
 // The instance with this id if it exists and is active, else null.
 CInstance* instance_find(int32_t id);
+// The oldest instance of `object` not on its way out, or null.
+CInstance* first_active_instance(int32_t object);
 // Frees every marked instance: out of its object lists, the room list and the id map.
 void deletion_pass();
 // The next value of the walk counter; instances made later carry a later stamp.

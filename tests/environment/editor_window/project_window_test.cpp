@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 using namespace velant_window;
 
 constexpr int CARD_X = 200, CARD_Y = 230;        // inside the first card
-constexpr int RENAME_X = 480, DELETE_X = 510, ICONS_Y = 250;
+constexpr int RENAME_X = 493, DELETE_X = 523, ICONS_Y = 263;  // the middles of the first card's icons
 constexpr int QUESTION_LEFT_BUTTON_X = 550, QUESTION_BUTTONS_Y = 548;
 
 std::string index_text(const std::filesystem::path& area) {

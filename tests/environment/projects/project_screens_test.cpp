@@ -143,9 +143,9 @@ TEST_F(ProjectScreens, RenameAndDeleteKeepTheIndexAndTheFolderInStep) {
   LoadCtrl& screen = open_screen();
   // p3 is the first card; its rename icon, then its delete icon.
   const int left = static_cast<int>(screen.card_left(0)), top = static_cast<int>(screen.card_top(0));
-  input_mouse_move(left + 440, top + 55);
+  input_mouse_move(left + 453, top + 68);
   frames(1);
-  click(left + 440, top + 55);
+  click(left + 453, top + 68);
   ASSERT_EQ(count_of("pop_up"), 1u);
   field().set_text_from_outside("p1");
   frames(1);
@@ -161,9 +161,9 @@ TEST_F(ProjectScreens, RenameAndDeleteKeepTheIndexAndTheFolderInStep) {
 
   input_mouse_move(left + 100, top + 100 + 20);
   frames(1);
-  input_mouse_move(left + 470, top + 100 + 55);
+  input_mouse_move(left + 483, top + 100 + 68);
   frames(1);
-  click(left + 470, top + 155);
+  click(left + 483, top + 168);
   ASSERT_EQ(count_of("pop_up"), 1u);
   click(550, 548);
   EXPECT_EQ(titles(), (std::vector<std::string>{"terzo", "p1"}));
