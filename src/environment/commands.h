@@ -1,8 +1,10 @@
 // The command-line commands of the velant program.
 #pragma once
 
-// `velant tokens FILE`: prints the token array the language makes of the
-// program in FILE. Returns the exit status.
+// `velant tokens FILE [--element OGGETTO]`: prints the token array the
+// language makes of the program in FILE, or the one an element of class
+// OGGETTO would run: its head with a new element's attributes, then the
+// code the program gives that object. Returns the exit status.
 int tokens_command(int argc, char** argv);
 
 // `velant run FILE [--frames N] [--headless] [--screenshot PNG] [--vars]`:

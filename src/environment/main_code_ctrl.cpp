@@ -83,7 +83,7 @@ void MainCodeCtrl::create() {
     end_run(RunEnd::ToEditor);
   }
   // The first values of the variables are tried now: their errors show at the start.
-  guarded([&] { p.var_inizialization(0); });
+  guarded_run([&] { p.var_inizialization(0); });
   p.mem_function(0, p.program.totale_tok);
   alarm[0] = 1;
   time = step_count = 0;
@@ -92,16 +92,8 @@ void MainCodeCtrl::create() {
   window_command_hook(WINDOW_COMMAND_CLOSE);
 }
 
-void MainCodeCtrl::guarded(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const QvScriptException& error) {
-    stop_run_with_error("Errore durante l'esecuzione del programma:\r\n\r\n" + error.message);
-  }
-}
-
 void MainCodeCtrl::run_block(int from, int to) {
-  guarded([&] { program_->execute_function_ext(from, to); });
+  guarded_run([&] { program_->execute_function_ext(from, to); });
 }
 
 void MainCodeCtrl::alarm_0() { run_block(program_->program.INIZIA, program_->program.DISEGNA); }

@@ -43,9 +43,6 @@ class MainCodeCtrl : public CInstance {
   int debug_scroll = 0;
 
  private:
-  // Runs `work`; a fatal error of the runtime under it stops the run like
-  // a program error instead of ending the environment.
-  static void guarded(const std::function<void()>& work);
   // Runs positions `from` to `to` of the program, guarded.
   void run_block(int from, int to);
 

@@ -1,5 +1,6 @@
 #include "environment/rooms.h"
 
+#include "environment/editor/art.h"
 #include "environment/editor/editor_ctrl.h"
 #include "environment/editor/header_buttons.h"
 #include "environment/editor/pop_up.h"
@@ -12,6 +13,7 @@
 #include "environment/projects/load_ctrl.h"
 #include "environment/projects/save_ctrl.h"
 #include "environment/text_control/input_text.h"
+#include "language/elements/element_templates.h"
 #include "language/evaluation/program_instance.h"
 #include "language/evaluation/run_end.h"
 #include "language/tokenizer/sound_assets.h"
@@ -39,6 +41,7 @@ void define_environment(Startup startup) {
   const int32_t runner = define_main_code_ctrl();
   define_obj_input_text();
   define_tabella();
+  define_element_objects([] { return art_sprite("elemento"); });
 
   RoomDescription intro{"Intro", ENVIRONMENT_WIDTH, ENVIRONMENT_HEIGHT};
   intro.creation_code = [] { room_goto(ROOM_EDITOR); };

@@ -1,6 +1,7 @@
 #include "language/evaluation/error_frame.h"
 
 #include "runtime/Code/Builtins.h"
+#include "runtime/Code/Error.h"
 #include "runtime/Support/AssetIndex.h"
 
 namespace {
@@ -67,4 +68,12 @@ void stop_run_with_message(const std::string& message, RunEnd reason) {
   g_stopped_by_error = true;
   show_message_box(message);
   end_run(reason);
+}
+
+void guarded_run(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const QvScriptException& error) {
+    stop_run_with_error("Errore durante l'esecuzione del programma:\r\n\r\n" + error.message);
+  }
 }

@@ -2,6 +2,7 @@
 // what went wrong and why, and what the run does around it.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,6 +19,9 @@ std::string error_frame(std::string_view head, std::string_view faulty_text,
 // window-close capture off, every sound stopped, and the run's end for
 // `reason`. Statements under way go on until the walk returns.
 void stop_run_with_error(const std::string& message, RunEnd reason = RunEnd::ToEditor);
+// Runs `work`, a statement walk or a start of a program; a program error
+// that the runtime raises in it stops the run with its message.
+void guarded_run(const std::function<void()>& work);
 // Whether a program error stopped the run since the flag was last cleared.
 bool run_stopped_by_error();
 void set_run_stopped_by_error(bool stopped);

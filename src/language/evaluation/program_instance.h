@@ -181,10 +181,16 @@ class ProgramInstance : public ExpressionContext {
     return static_cast<T&>(*family_memory_.back().second);
   }
 
-  // The timers and the life time of an element, in frames. They belong to
-  // the esemplare and stay here until that object exists.
+  // The timers and the life time of an element as its program set them, in
+  // frames; the element counts the timers down.
   double timer[4] = {0, 0, 0, 0};
   double durata = 0;
+  // The element's value of attribute `name` ("X", "TIMER_1", ...) as the
+  // program reads it back: a field of its instance, or a timer in frames.
+  // False for other names and for DURATA.
+  bool read_attribute(std::string_view name, double& value) const;
+  // main_code_ctrl: the ids, as text, of the elements last pressed with the left, right and middle button.
+  std::string ultimo_click[3];
 
  private:
   // The value text of an attribute read name ("|x", "|timer1", ...) of

@@ -170,3 +170,19 @@ void ProgramInstance::write_attribute(std::string_view name, const std::string& 
     return;
   }
 }
+
+bool ProgramInstance::read_attribute(std::string_view name, double& value) const {
+  for (size_t k = 0; k < std::size(ATTRIBUTES); ++k) {
+    const Attribute& a = ATTRIBUTES[k];
+    if (a.name != name || a.timer == LIFE_TIME) continue;
+    if (!a.field) {
+      value = timer[a.timer];
+      return true;
+    }
+    RValue field;
+    variable_get(instance, field_id(k), NO_ARRAY_INDEX, field);
+    value = value_to_real(field);
+    return true;
+  }
+  return false;
+}

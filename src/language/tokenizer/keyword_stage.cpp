@@ -51,15 +51,20 @@ std::string blank_form(std::string_view text) {
 
 }  // namespace
 
-void Tokenizer::join_keywords() {
+// An object's code takes the table as the program's start left it.
+void Tokenizer::apply_keywords(bool fill_table) {
   LanguageGlobals& globals = language_globals();
-  p_.ctrl_keyword.assign(ctrl_keyword_table.begin(), ctrl_keyword_table.end());
-  // Checked where the table is filled, right behind the entry of the effects on an element.
-  if (text_edit::contains(message_, "ottieni generatore di particelle") ||
-      text_edit::contains(message_, "ottieni particella")) {
-    globals.particelle = true;
+  if (fill_table) {
+    p_.ctrl_keyword.assign(ctrl_keyword_table.begin(), ctrl_keyword_table.end());
+    // Checked where the table is filled, right behind the entry of the effects on an element.
+    if (text_edit::contains(message_, "ottieni generatore di particelle") ||
+        text_edit::contains(message_, "ottieni particella")) {
+      globals.particelle = true;
+    }
+    globals.ctrl_keyword = p_.ctrl_keyword;
+  } else {
+    p_.ctrl_keyword = globals.ctrl_keyword;
   }
-  globals.ctrl_keyword = p_.ctrl_keyword;
 
   const TrigramFilter present(blank_form(message_));
   for (std::string& entry : p_.ctrl_keyword) {

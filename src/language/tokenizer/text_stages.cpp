@@ -510,7 +510,7 @@ void Tokenizer::guard_decimal_points() {
 
 // 28. A custom function's name of several words becomes one word
 // everywhere, inside strings too; then functions and objects are taken out.
-void Tokenizer::functions_and_objects() {
+void Tokenizer::join_function_names() {
   p_.tok.assign(1, RValue::text(""));
   tok_p_.assign(1, std::string());
   p_.tok_var_name.assign(1, std::string());
@@ -528,9 +528,14 @@ void Tokenizer::functions_and_objects() {
     text_edit::replace_all(spaced, "_", " ");
     text_edit::replace_all(message_, spaced, funz_pers);
   }
-  // Custom functions, imported external functions and the code of objects
-  // will be taken out of the text here, from its tokens cut again; until the
-  // language runs them their definitions stay in the program as words.
+}
+
+// 28. Custom functions are pasted in at their calls; then the code of
+// objects is taken out of the text, from its tokens cut again.
+void Tokenizer::functions_and_objects() {
+  join_function_names();
+  parsing_funzioni_personalizzate(cut_tokens(message_, CUT_B, tok_p_));
+  parsing_codice_oggetto(cut_tokens(message_, CUT_B, tok_p_));
 }
 
 // 29. A key with nothing behind it gets the value 0.
@@ -590,24 +595,40 @@ void Tokenizer::blanks_beside_brackets() {
   for (char c : letters) text_edit::replace_all(message_, std::string{')', c}, std::string{')', ' ', c});
 }
 
-// 36.
-void Tokenizer::operators_and_brackets() {
-  static constexpr Rewrite rewrites[] = {
-      {"+ [", "+["}, {"- [", "-["}, {"* [", "*["}, {"/ [", "/["}, {"] +", "]+"}, {"] -", "]-"}, {"] *", "]*"},
-      {"] /", "]/"}, {"+ (", "+["}, {"- (", "-["}, {"* (", "*["}, {"/ (", "/["}, {") +", "]+"}, {") -", "]-"},
-      {") *", "]*"}, {") /", "]/"}, {"+(", "+["},  {"-(", "-["},  {"*(", "*["},  {"/(", "/["},  {")+", "]+"},
-      {")-", "]-"},  {")*", "]*"},  {")/", "]/"},  {" + ", "+"},  {" - ", "-"},  {" * ", "*"},  {" / ", "/"},
+// 36. An object's code takes only the blanks beside square brackets and
+// around operators, not the round brackets turned square.
+void Tokenizer::operators_rewrite(bool all_rows) {
+  static constexpr Rewrite beside_square[] = {
+      {"+ [", "+["}, {"- [", "-["}, {"* [", "*["}, {"/ [", "/["},
+      {"] +", "]+"}, {"] -", "]-"}, {"] *", "]*"}, {"] /", "]/"},
   };
-  text_edit::replace_all(message_, rewrites);
+  static constexpr Rewrite round_to_square[] = {
+      {"+ (", "+["}, {"- (", "-["}, {"* (", "*["}, {"/ (", "/["}, {") +", "]+"}, {") -", "]-"}, {") *", "]*"},
+      {") /", "]/"}, {"+(", "+["},  {"-(", "-["},  {"*(", "*["},  {"/(", "/["},  {")+", "]+"},  {")-", "]-"},
+      {")*", "]*"},  {")/", "]/"},
+  };
+  static constexpr Rewrite operator_blanks[] = {{" + ", "+"}, {" - ", "-"}, {" * ", "*"}, {" / ", "/"}};
+  text_edit::replace_all(message_, beside_square);
+  if (all_rows) text_edit::replace_all(message_, round_to_square);
+  text_edit::replace_all(message_, operator_blanks);
 }
 
-// 37. "%" becomes a division: "30%" is 0.3. Percent signs in strings are held safe.
-void Tokenizer::condition_words() {
-  static constexpr Rewrite rewrites[] = {
-      {"se[", "se ["}, {"]e ", "] e "}, {"]o ", "] o "}, {"]o_", "] o_"}, {" e[", " e ["}, {" o[", " o ["},
-      {"!", " !"},     {"per[", "per ["}, {"%", "/100"}, {":[", ": ["},   {"non[", "non ["},
+// 37. "%" becomes a division: "30%" is 0.3. Percent signs in strings are
+// held safe. An object's code also keeps the word "o" apart from a number
+// before it.
+void Tokenizer::condition_rewrite(bool digits_before_o) {
+  static constexpr Rewrite before_not[] = {
+      {"se[", "se ["}, {"]e ", "] e "}, {"]o ", "] o "}, {"]o_", "] o_"}, {" e[", " e ["}, {" o[", " o ["}, {"!", " !"},
   };
-  text_edit::replace_all(message_, rewrites);
+  static constexpr Rewrite after_not[] = {{"per[", "per ["}, {"%", "/100"}, {":[", ": ["}, {"non[", "non ["}};
+  text_edit::replace_all(message_, before_not);
+  if (digits_before_o) {
+    for (char d = '0'; d <= '9'; ++d) {
+      text_edit::replace_all(message_, std::string{d, 'o', ' '}, std::string{d, ' ', 'o', ' '});
+      text_edit::replace_all(message_, std::string{d, 'o', '_'}, std::string{d, ' ', 'o', '_'});
+    }
+  }
+  text_edit::replace_all(message_, after_not);
 }
 
 // 38.

@@ -90,3 +90,17 @@ size_t compact_tokens(std::vector<RValue>& tokens, size_t last) {
   tokens[n] = std::move(kept[0]);
   return n;
 }
+
+size_t compact_tokens(std::vector<std::string>& tokens, size_t last) {
+  std::vector<std::string> kept;
+  for (size_t i = 0; i <= last && i < tokens.size(); ++i) {
+    if (!tokens[i].empty()) kept.push_back(std::move(tokens[i]));
+  }
+  const size_t n = kept.size();
+  std::fill(tokens.begin(), tokens.end(), std::string());
+  if (tokens.size() < n + 1) tokens.resize(n + 1);
+  if (n == 0) return 0;
+  for (size_t i = 1; i < n; ++i) tokens[i] = std::move(kept[i]);
+  tokens[n] = std::move(kept[0]);
+  return n;
+}

@@ -27,6 +27,8 @@ size_t cut_tokens(std::string_view text, std::string_view separators, std::vecto
 // n, the others to positions 1 to n-1 in program order, and undefined to
 // position 0, with n their number. Returns n.
 size_t compact_tokens(std::vector<RValue>& tokens, size_t last);
+// The same for raw token texts; the entries behind the last one kept are emptied.
+size_t compact_tokens(std::vector<std::string>& tokens, size_t last);
 
 // Whether a token value is a text, and whether it begins with a double quote.
 inline bool is_text(const RValue& v) { return v.is(Kind::String); }

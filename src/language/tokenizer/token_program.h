@@ -40,6 +40,13 @@ struct TokenProgram {
   std::vector<std::string> tok_var_name;
   // The keyword table with each entry's first blank joined, as the tokeniser left it.
   std::vector<std::string> ctrl_keyword;
+  // The code of objects, from 1 to tot_ogg - 1: the object's name as its raw
+  // token left it (with its trailing blank, "not_set" when free), the text of
+  // its code, and its tokens once the first element of the object made them.
+  std::vector<std::string> ogg;
+  std::vector<std::string> contenuto_ogg;
+  std::vector<std::vector<RValue>> tok_ogg;
+  int tot_ogg = 1;
   // The names of the imported external functions, in the order of import.
   std::vector<std::string> funzioni_esterne;
 

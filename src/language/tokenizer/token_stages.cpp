@@ -126,12 +126,11 @@ void Tokenizer::first_token_cut() {
   for (size_t i = 0; i < a_; ++i) substitute_token(i);
 }
 
-// 40.
-void Tokenizer::final_token_cut() {
+size_t Tokenizer::final_cut() {
   std::vector<RValue>& tok = p_.tok;
   tok.assign(1, RValue::text(""));
-  a_ = cut_tokens(message_, CUT_D, tok);
-  for (size_t i = 0; i < a_; ++i) {
+  const size_t last = cut_tokens(message_, CUT_D, tok);
+  for (size_t i = 0; i < last; ++i) {
     if (is_string_token(tok[i])) continue;
     std::string t(tok[i].string_view());
     remove_separators(t);
@@ -139,7 +138,13 @@ void Tokenizer::final_token_cut() {
     if (t == "allora") t = "{";
     tok[i] = RValue::text(t);
   }
-  a_ = compact_tokens(tok, a_);
+  return last;
+}
+
+// 40.
+void Tokenizer::final_token_cut() {
+  std::vector<RValue>& tok = p_.tok;
+  a_ = compact_tokens(tok, final_cut());
   tok.resize(a_ + 1);
   tok[0] = RValue::text("INIZIA");
 }
@@ -175,42 +180,49 @@ void Tokenizer::restore_string_token(size_t i) {
   p_.tok[i] = RValue::text(t);
 }
 
-// 41.
-bool Tokenizer::final_token_loop() {
+bool Tokenizer::final_token_steps(size_t i) {
   bool divided_by_zero = false;
   std::vector<RValue>& tok = p_.tok;
+  if (is(tok[i], "INIZIA")) p_.INIZIA = static_cast<int>(i);
+  if (is(tok[i], "CICLO_CONTINUO")) p_.DISEGNA = static_cast<int>(i);
+  // Even a string with one of these words in it collapses to the word.
+  for (std::string_view word : {"allora", "aumenta", "diminuisci", "finche"}) {
+    if (text_edit::count(tok[i].string_view(), word) == 1) tok[i] = RValue::text(word);
+  }
+  if (text_edit::contains(tok[i].string_view(), "ottieni_cxv")) {
+    tok[i] = RValue::text("ottieni_la_componente_x_del_vettore_dato_angolo_e_lunghezza");
+  }
+  if (text_edit::contains(tok[i].string_view(), "ottieni_cyv")) {
+    tok[i] = RValue::text("ottieni_la_componente_y_del_vettore_dato_angolo_e_lunghezza");
+  }
+  mark_comparison(i);
+  // An arithmetic bracket whose right side stayed round.
+  if (i >= 3 && is(tok[i], ")") && is(tok[i - 2], "=")) {
+    const std::string_view left = tok[i - 1].string_view();
+    if (count_char(left, '[') != count_char(left, ']') && left.find('[') != std::string_view::npos) {
+      tok[i - 1] = RValue::text(std::string(left) + "]");
+      tok[i] = RValue::text("");
+    }
+  }
+  const std::string_view t = tok[i].string_view();
+  if (text_edit::contains(t, "/0") && !text_edit::contains(t, "/0.") && !is_string_token(tok[i])) {
+    // Each such token shows the message; the loop goes on, and the caller
+    // goes back to the editor once the start is over.
+    RValue message = RValue::text("Errore: non si può dividere per zero!");
+    RValue result;
+    builtin_call("show_message", result, nullptr, nullptr, 1, &message);
+    divided_by_zero = true;
+  }
+  if (count_char(t, '"') == 2) restore_string_token(i);
+  return !divided_by_zero;
+}
+
+// 41.
+bool Tokenizer::final_token_loop() {
+  bool runnable = true;
+  std::vector<RValue>& tok = p_.tok;
   for (size_t i = 0; i < a_; ++i) {
-    if (is(tok[i], "INIZIA")) p_.INIZIA = static_cast<int>(i);
-    if (is(tok[i], "CICLO_CONTINUO")) p_.DISEGNA = static_cast<int>(i);
-    // Even a string with one of these words in it collapses to the word.
-    for (std::string_view word : {"allora", "aumenta", "diminuisci", "finche"}) {
-      if (text_edit::count(tok[i].string_view(), word) == 1) tok[i] = RValue::text(word);
-    }
-    if (text_edit::contains(tok[i].string_view(), "ottieni_cxv")) {
-      tok[i] = RValue::text("ottieni_la_componente_x_del_vettore_dato_angolo_e_lunghezza");
-    }
-    if (text_edit::contains(tok[i].string_view(), "ottieni_cyv")) {
-      tok[i] = RValue::text("ottieni_la_componente_y_del_vettore_dato_angolo_e_lunghezza");
-    }
-    mark_comparison(i);
-    // An arithmetic bracket whose right side stayed round.
-    if (i >= 3 && is(tok[i], ")") && is(tok[i - 2], "=")) {
-      const std::string_view left = tok[i - 1].string_view();
-      if (count_char(left, '[') != count_char(left, ']') && left.find('[') != std::string_view::npos) {
-        tok[i - 1] = RValue::text(std::string(left) + "]");
-        tok[i] = RValue::text("");
-      }
-    }
-    const std::string_view t = tok[i].string_view();
-    if (text_edit::contains(t, "/0") && !text_edit::contains(t, "/0.") && !is_string_token(tok[i])) {
-      // Each such token shows the message; the loop goes on, and the caller
-      // goes back to the editor once the start is over.
-      RValue message = RValue::text("Errore: non si può dividere per zero!");
-      RValue result;
-      builtin_call("show_message", result, nullptr, nullptr, 1, &message);
-      divided_by_zero = true;
-    }
-    if (count_char(t, '"') == 2) restore_string_token(i);
+    runnable = final_token_steps(i) && runnable;
     const std::string_view u = tok[i].string_view();
     if (!u.empty() && u.back() == ']') {
       // The outer pair of a bracket expression goes.
@@ -225,5 +237,5 @@ bool Tokenizer::final_token_loop() {
   tok.resize(a_ + 2);
   tok[a_ + 1] = RValue::text("FINE");
   p_.totale_tok = static_cast<int>(a_ + 1);
-  return !divided_by_zero;
+  return runnable;
 }

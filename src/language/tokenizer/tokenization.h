@@ -19,6 +19,14 @@ struct LanguageGlobals {
 };
 LanguageGlobals& language_globals();
 
+// The tokens that an object's code becomes, and the block positions found
+// among them (-1 for a block the code doesn't hold).
+struct ObjectCodeTokens {
+  std::vector<RValue> tok;
+  int INIZIA = -1, DISEGNA = -1;
+  bool divided_by_zero = false;  // the message was shown
+};
+
 enum class TokenizationResult {
   Ready,           // the token program is ready to run
   DivisionByZero,  // a literal division by zero: the message was shown; the caller goes back to the editor
@@ -30,6 +38,10 @@ enum class TokenizationResult {
 TokenizationResult tokenization(TokenProgram& program, const std::string& working_directory = "");
 // The same for the program in `path`, with included files from its folder.
 TokenizationResult tokenization_of_file(TokenProgram& program, const std::string& path);
+
+// tokenization_obj: the tokens of the code of an object, as the program's
+// text held it at stage 28, made when the first element of the object starts.
+ObjectCodeTokens tokenization_obj(const std::string& code);
 
 // The token array as a person reads it: "INIZIA n", "DISEGNA n" and
 // "totale_tok n", then "index<TAB>token" for each position from 0 to

@@ -1,0 +1,336 @@
+#include "language/elements/esemplare.h"
+
+#include <cmath>
+
+#include "language/evaluation/error_frame.h"
+#include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/program_instance.h"
+#include "language/evaluation/run_end.h"
+#include "language/tokenizer/tokenization.h"
+#include "runtime/Code/Conversions.h"
+#include "runtime/Graphics/SpriteDrawing.h"
+#include "runtime/Object/Objects.h"
+#include "runtime/Room/Room.h"
+#include "runtime/Room/Variables.h"
+#include "runtime/Sprite/Sprite.h"
+
+namespace {
+
+constexpr double FRAMES_PER_SECOND = 30;
+constexpr double NEAR_ANOTHER = 5;  // closer than this to another element, the collision sensor lights
+constexpr uint32_t START_BLEND = 12632256;
+
+int32_t g_object = -1;
+int32_t no_picture() { return -1; }
+int32_t (*g_picture)() = no_picture;
+
+std::string number_text(double x) { return value_to_text(RValue::number(x)); }
+
+// The attributes that an element's variables mirror, in the order the start copies them.
+constexpr std::string_view MIRRORED[] = {"X",           "Y",          "TRASPARENZA", "ROTAZIONE",
+                                         "DIREZIONE",   "VELOCITA",   "SCALA_ASSE_X", "SCALA_ASSE_Y",
+                                         "VELOCITA_ANIMAZIONE", "FOTOGRAMMA", "COLORE", "TIMER_1",
+                                         "TIMER_2",     "TIMER_3",    "TIMER_4"};
+
+bool is_mirrored(std::string_view name) {
+  for (std::string_view m : MIRRORED) {
+    if (m == name) return true;
+  }
+  return false;
+}
+
+void set_global(const char* name, double value) {
+  variable_set(global_object(), variable_id(name), NO_ARRAY_INDEX, RValue::number(value));
+}
+
+}  // namespace
+
+Esemplare::Esemplare(float x, float y, int32_t id, int32_t object)
+    : CInstance(x, y, id, object), program_(std::make_unique<ProgramInstance>(*this, true)) {}
+
+Esemplare::~Esemplare() = default;
+
+void Esemplare::create() {
+  image_blend = START_BLEND;
+  sprite_index = g_picture();
+  if (const ProgramInstance* main = main_program()) {
+    program_->larghezza_finestra = main->larghezza_finestra;
+    program_->altezza_finestra = main->altezza_finestra;
+    program_->griglia_visibile = main->griglia_visibile;
+  }
+  alarm[4] = 1;
+}
+
+void Esemplare::start() {
+  ProgramInstance& p = *program_;
+  ProgramInstance* main = main_program();
+  code_index = main ? object_code_index(main->program, nome, ogg) : NO_CODE;
+  p.ripetizione = 1;
+  if (classe == "*") classe = "not_set";
+  if (nome == "*") nome = "not_set";
+  write_element_head(p.program, head_values());
+  if (code_index != NO_CODE && !append_object_code(p.program, main->program, code_index)) end_run(RunEnd::ToEditor);
+
+  p.entered_vari.clear();
+  for (int k = 0; k < p.vari_size; ++k) p.entered_vari += "|" + std::string(p.vari[static_cast<size_t>(k)].string_view()) + "|";
+  guarded_run([&] { p.var_inizialization(p.vari_size); });
+  if (code_index != NO_CODE) p.mem_function(0, p.program.totale_tok);
+  alarm[6] = 1;
+  alarm[7] = 1;
+  enter_name();
+}
+
+ElementHead Esemplare::head_values() const {
+  return {nome,        classe,       x,           y,           depth,
+          static_cast<double>(sprite_index), image_xscale, image_yscale, image_alpha, static_cast<double>(image_blend),
+          image_angle, image_speed,  image_index, speed,       direction,
+          {timer_1, timer_2, timer_3, timer_4}, durata};
+}
+
+int object_code_index(const TokenProgram& main, const std::string& nome, const std::string& ogg) {
+  int found = Esemplare::NO_CODE;
+  for (int f = 1; f < main.tot_ogg; ++f) {
+    const std::string& object = main.ogg[static_cast<size_t>(f)];
+    if (object == nome + " " || object == ogg + " ") found = f;
+  }
+  return found;
+}
+
+void write_element_head(TokenProgram& program, const ElementHead& h) {
+  // A timer or a life time that was never given reads as its object's default.
+  const auto timer_text = [](const std::string& t) { return t == "*" ? std::string("0") : t; };
+  const std::pair<const char*, std::string> head[] = {
+      {"NOME", h.nome},
+      {"OGGETTO", h.classe},
+      {"X", number_text(h.x)},
+      {"Y", number_text(h.y)},
+      {"Z", number_text(h.z)},
+      {"IMMAGINE", number_text(h.sprite)},
+      {"SCALA_ASSE_X", number_text(h.xscale)},
+      {"SCALA_ASSE_Y", number_text(h.yscale)},
+      {"TRASPARENZA", number_text(h.alpha)},
+      {"COLORE", number_text(h.blend)},
+      {"ROTAZIONE", number_text(h.angle)},
+      {"VELOCITA_ANIMAZIONE", number_text(h.animation_speed)},
+      {"FOTOGRAMMA", number_text(h.frame)},
+      {"VELOCITA", number_text(h.speed)},
+      {"DIREZIONE", number_text(h.direction)},
+      {"TIMER_1", timer_text(h.timers[0])},
+      {"TIMER_2", timer_text(h.timers[1])},
+      {"TIMER_3", timer_text(h.timers[2])},
+      {"TIMER_4", timer_text(h.timers[3])},
+      {"DURATA", h.durata == "*" ? std::string("-1") : h.durata},
+  };
+  program.tok.assign(1, RValue::text("INIZIA"));
+  for (const auto& [name, value] : head) {
+    program.tok.push_back(RValue::text(name));
+    program.tok.push_back(RValue::text("="));
+    program.tok.push_back(RValue::text(value));
+  }
+  program.INIZIA = 0;
+  program.DISEGNA = static_cast<int>(program.tok.size());
+  program.tok.push_back(RValue::text("CICLO_CONTINUO"));
+  program.tok.push_back(RValue::text("filler_string"));
+  program.totale_tok = static_cast<int>(program.tok.size()) - 1;
+}
+
+bool append_object_code(TokenProgram& program, TokenProgram& main, int code_index) {
+  std::vector<RValue>& cached = main.tok_ogg[static_cast<size_t>(code_index)];
+  bool runnable = true;
+  if (cached.empty()) {
+    ObjectCodeTokens made = tokenization_obj(main.contenuto_ogg[static_cast<size_t>(code_index)]);
+    runnable = !made.divided_by_zero;
+    if (made.INIZIA >= 0) program.INIZIA = made.INIZIA;
+    if (made.DISEGNA >= 0) program.DISEGNA = made.DISEGNA;
+    cached = std::move(made.tok);
+  }
+  program.tok.pop_back();
+  program.tok.insert(program.tok.end(), cached.begin(), cached.end());
+  program.totale_tok = static_cast<int>(program.tok.size()) - 1;
+  const size_t size = program.tok.size();
+  program.mem_argn.assign(size, 0);
+  program.pixel_art.assign(size, std::string());
+  program.pixel_surf.assign(size, -4);
+  return runnable;
+}
+
+// The program's table names the element by its id; a name given before
+// keeps its entry, and only a new entry starts the life time.
+void Esemplare::enter_name() {
+  ProgramInstance* main = main_program();
+  if (!main || main == program_.get()) return;
+  const RValue own_id = RValue::text(std::to_string(id));
+  if (const int k = main->find_variable(nome); k >= 0) {
+    main->val[static_cast<size_t>(k)] = own_id;
+    return;
+  }
+  main->append_variable(nome, own_id);
+  if (durata != "*" && string_is_real(durata) > 0) {
+    alarm[5] = static_cast<int32_t>(string_is_real(durata) * FRAMES_PER_SECOND);
+  }
+}
+
+// The element's variables that mirror its attributes take their values: at
+// the start all of them, then at each frame those the runtime changed
+// (the colour apart, the timers always).
+void Esemplare::copy_attributes_to_variables(bool at_start) {
+  ProgramInstance& p = *program_;
+  for (int k = 0; k < p.vari_size; ++k) {
+    const std::string_view name = p.vari[static_cast<size_t>(k)].string_view();
+    double value = 0;
+    if (!is_mirrored(name) || !p.read_attribute(name, value)) continue;
+    RValue& stored = p.val[static_cast<size_t>(k)];
+    if (!at_start) {
+      if (name == "COLORE") continue;
+      const bool timer = name.starts_with("TIMER_");
+      if (!timer && stored.is(Kind::String) && string_is_real(stored.string_view()) == value) continue;
+    }
+    stored = RValue::text(number_text(value));
+  }
+}
+
+void Esemplare::run_block(int from, int to) {
+  guarded_run([&] { program_->execute_function_ext(from, to); });
+}
+
+void Esemplare::run_inizia() {
+  copy_attributes_to_variables(true);
+  if (code_index != NO_CODE) run_block(0, program_->program.DISEGNA);
+}
+
+void Esemplare::end_intersect() { intersect = "0"; }
+
+void Esemplare::life_time_over() { instance_destroy(*this); }
+
+void Esemplare::end_leave() { enter = "0"; }
+
+void Esemplare::step() {
+  set_global("collision_sensor", 0);
+  const Room* room = current_room();
+  const bool inside = room && x >= 0 && x <= room->width && y >= 0 && y <= room->height;
+  outside = inside ? "0" : "1";
+}
+
+void Esemplare::step_end() {
+  if (collision_check == 1) ++cc_time;
+  if (cc_time > 1) collision_check = cc_time = 0;
+  const CObject* elements = object_get(g_object);
+  for (const CInstance* other : elements->instances) {
+    if (other == this || !other->active()) continue;
+    if (std::hypot(other->x - x, other->y - y) < NEAR_ANOTHER) {
+      set_global("collision_sensor", 1);
+      break;
+    }
+  }
+}
+
+void Esemplare::draw() {
+  ProgramInstance& p = *program_;
+  draw_with_picture(*this, immagine);
+
+  for (double& t : p.timer) {
+    if (t > 0) --t;
+  }
+  xx = number_text(x);
+  yy = number_text(y);
+  alpha = number_text(image_alpha);
+  angle = number_text(image_angle);
+  dir = number_text(direction);
+  sp = number_text(speed);
+  xscale = number_text(image_xscale);
+  yscale = number_text(image_yscale);
+  vel_animazione = number_text(image_speed);
+  fotogramma = number_text(image_index);
+
+  if (++time > 1 && code_index != UNSTARTED) {
+    copy_attributes_to_variables(false);
+    if (code_index != NO_CODE) run_block(p.program.DISEGNA, p.program.totale_tok);
+  }
+}
+
+void Esemplare::destroy() {
+  if (ProgramInstance* main = main_program(); main && main != program_.get()) main->remove_variable(nome);
+}
+
+std::string& Esemplare::button_state(int button) { return button == 0 ? stato : button == 1 ? stato_d : stato_c; }
+int& Esemplare::button_time(int button) { return button == 0 ? ctime : button == 1 ? ctime_d : ctime_c; }
+
+void Esemplare::pressed(int button) {
+  button_state(button) = "2";
+  if (ProgramInstance* main = main_program()) main->ultimo_click[button] = std::to_string(id);
+}
+
+void Esemplare::held(int button) {
+  if (++button_time(button) > 1) button_state(button) = "1";
+}
+
+void Esemplare::released(int button) { button_state(button) = "0"; }
+
+void Esemplare::mouse_enter() { enter = "1"; }
+
+void Esemplare::mouse_leave() {
+  stato = "0";
+  enter = "0.5";
+  alarm[6] = 1;
+}
+
+void Esemplare::outside_room() {
+  if (outside_room_destroy == 1) instance_destroy(*this);
+}
+
+void Esemplare::intersect_boundary() {
+  intersect = "1";
+  alarm[1] = 1;
+}
+
+void Esemplare::path_ended() { end_of_path = 1; }
+
+void set_element_picture(int32_t (*picture)()) { g_picture = picture; }
+
+void draw_with_picture(CInstance& instance, const std::string& immagine) {
+  if (instance.sprite_index != 0 && sprite_exists(instance.sprite_index)) draw_self(instance);
+  // The picture for the next frame: a number, or a variable that holds one.
+  if (!immagine.empty()) {
+    const ProgramInstance* main = main_program();
+    if (immagine[0] >= '0' && immagine[0] <= '9') {
+      instance.sprite_index = static_cast<int32_t>(string_is_real(immagine));
+    } else if (main) {
+      const RValue picture = const_cast<ProgramInstance*>(main)->calculate_var_image(immagine);
+      instance.sprite_index = static_cast<int32_t>(picture.is(Kind::String) ? string_is_real(picture.string_view())
+                                                                              : value_to_real(picture));
+    }
+  }
+  if (!sprite_exists(instance.sprite_index)) instance.sprite_index = g_picture();
+}
+
+int32_t define_esemplare() {
+  ObjectDefinition<Esemplare> definition("esemplare");
+  definition.on(ev::CREATE, 0, &Esemplare::create)
+      .on(ev::ALARM, 1, &Esemplare::end_intersect)
+      .on(ev::ALARM, 4, &Esemplare::start)
+      .on(ev::ALARM, 5, &Esemplare::life_time_over)
+      .on(ev::ALARM, 6, &Esemplare::end_leave)
+      .on(ev::ALARM, 7, &Esemplare::run_inizia)
+      .on(ev::STEP, ev::STEP_NORMAL, &Esemplare::step)
+      .on(ev::STEP, ev::STEP_END, &Esemplare::step_end)
+      .on(ev::DRAW, ev::DRAW_NORMAL, &Esemplare::draw)
+      .on(ev::DESTROY, 0, &Esemplare::destroy)
+      .on(ev::MOUSE, 10, &Esemplare::mouse_enter)
+      .on(ev::MOUSE, 11, &Esemplare::mouse_leave)
+      .on(ev::OTHER, ev::OTHER_OUTSIDE, &Esemplare::outside_room)
+      .on(ev::OTHER, ev::OTHER_BOUNDARY, &Esemplare::intersect_boundary)
+      .on(ev::OTHER, ev::OTHER_END_OF_PATH, &Esemplare::path_ended)
+      .flags(object_flag::VISIBLE);
+  g_object = definition.index();
+  // Per button: pressed on the element, held on it, released anywhere.
+  constexpr int PRESSED = 4, HELD = 0, RELEASED_ANYWHERE = 56;
+  for (int button = 0; button < 3; ++button) {
+    const auto on_button = [button](void (Esemplare::*method)(int)) {
+      return [button, method](CInstance& self, CInstance*) { (static_cast<Esemplare&>(self).*method)(button); };
+    };
+    object_set_event(g_object, ev::MOUSE, PRESSED + button, on_button(&Esemplare::pressed));
+    object_set_event(g_object, ev::MOUSE, HELD + button, on_button(&Esemplare::held));
+    object_set_event(g_object, ev::MOUSE, RELEASED_ANYWHERE + button, on_button(&Esemplare::released));
+  }
+  return g_object;
+}
