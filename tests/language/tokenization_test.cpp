@@ -185,7 +185,7 @@ TEST_F(Tokenization, ExampleProgramsMatchTheirGoldenTokens) {
 TEST_F(Tokenization, AnyTextGivesTokensNeverACrashOrAHang) {
   const Tokens pieces = {
       "INIZIA", "CICLO CONTINUO", "se ", " allora ", "{", "}", ".", ",", ", ", "(", ")", "[", "]", ":", "\"", "#",
-      "//", "/*", "*/", "$", "\n", " ", "  ", "includi \"", "argomenti ", "definisci funzione ", "x", "Y", "=",
+      "//", "/*", "*/", "$", "\n", " ", "  ", "includi \"", "argomenti ", "definisci funzione ", "esegue al suo interno questo codice", "< \"", "x", "Y", "=",
       "<", ">", "!", "%", "/0", "3,5", "è", "§space§", "/str_safe", "ottieni il seno di", "disegna cerchio",
       "(X: ", "vero]", "[falso", "ripeti per ", " volte", "finché", "aumenta ", "\t", "\r", "\xC3", "\xFF", "\x80",
       std::string(1, '\0'), "della ", " o ", "tasto invio è premuto", "suono bau", "Verdana"};

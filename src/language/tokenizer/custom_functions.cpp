@@ -144,6 +144,8 @@ void Tokenizer::scan_function(CustomFunctions& fn, size_t ab, size_t ap) {
   std::string& body = fn.contenuto_funzione[n];
   body.clear();
   for (size_t ff = body_start; ff < function_end; ++ff) body += tok[ff];
+  // Blanks and line ends alone are no body.
+  if (body.find_first_not_of(" #") == std::string::npos) body.clear();
 
   // The defaults: "(NAME: value)" pairs of the list behind "argomenti".
   fn.n_arg_base[n] = 0;
