@@ -8,20 +8,6 @@
 #include "language/tokenizer/tokenization.h"
 #include "runtime/Function/DialogFunctions.h"
 
-namespace {
-
-// The program an element of class `object` would run: its head with the
-// attributes of a new element, then its object's code.
-bool element_program(TokenProgram& program, const std::string& object, TokenProgram& element) {
-  ElementHead head;
-  head.nome = head.classe = "not_set";
-  write_element_head(element, head);
-  const int code = object_code_index(program, object, object);
-  return code == Esemplare::NO_CODE || append_object_code(element, program, code);
-}
-
-}  // namespace
-
 int tokens_command(int argc, char** argv) {
   const bool element = argc == 5 && std::strcmp(argv[3], "--element") == 0;
   if (argc != 3 && !element) {
@@ -40,7 +26,7 @@ int tokens_command(int argc, char** argv) {
   // A literal division by zero ends the start: its message has been shown.
   if (tokenization_of_file(program, path) == TokenizationResult::DivisionByZero) return 1;
   TokenProgram of_element;
-  if (element && !element_program(program, argv[4], of_element)) return 1;
+  if (element && !element_token_program(program, argv[4], of_element)) return 1;
   const std::string listing = token_listing(element ? of_element : program);
   std::fwrite(listing.data(), 1, listing.size(), stdout);
   return 0;

@@ -4,65 +4,11 @@
 #include <fstream>
 #include <random>
 
-#include "language/tokenizer/sound_assets.h"
+#include "language/elements/esemplare.h"
 #include "language/tokenizer/text_edit.h"
-#include "language/tokenizer/tokenization.h"
-#include "language/tokenizer/tokenizer.h"
-#include "runtime/Code/Builtins.h"
-#include "runtime/Platform/Dialogs.h"
-#include "support/MessageRecorder.h"
-#include "support/TempFolder.h"
+#include "language/tokenization_fixture.h"
 
 namespace {
-
-namespace fs = std::filesystem;
-using Tokens = std::vector<std::string>;
-
-class Tokenization : public ::testing::Test {
- protected:
-  void SetUp() override {
-    register_runtime_builtins();
-    register_language_sounds();
-    platform::set_dialogs(std::make_unique<MessageRecorder>(&messages_));
-  }
-  void TearDown() override { platform::set_dialogs(nullptr); }
-
-  std::string folder_path() const { return folder_.path().string() + "/"; }
-
-  // The program text after stages 1 to `stage`.
-  std::string text_after(const std::string& program, int stage) {
-    folder_.write("code.txt", program);
-    TokenProgram p;
-    const std::string dir = folder_path(), file = dir + "code.txt";  // the tokeniser keeps references to them
-    Tokenizer t(p, dir, file);
-    t.run_stages(stage);
-    return t.message();
-  }
-
-  // Every token, 0 to totale_tok.
-  Tokens tokens(const std::string& program, TokenizationResult expected = TokenizationResult::Ready) {
-    folder_.write("code.txt", program);
-    program_ = TokenProgram();
-    EXPECT_EQ(tokenization(program_, folder_path()), expected);
-    Tokens out;
-    for (int i = 0; i <= program_.totale_tok && i < static_cast<int>(program_.tok.size()); ++i) {
-      const RValue& v = program_.tok[static_cast<size_t>(i)];
-      out.emplace_back(v.is(Kind::String) ? v.string_view() : "<undefined>");
-    }
-    return out;
-  }
-
-  // The tokens a statement text makes between "INIZIA" and the header on one
-  // side and "CICLO_CONTINUO" on the other.
-  Tokens statement(const std::string& text) {
-    const Tokens all = tokens("INIZIA\n" + text + "\nCICLO CONTINUO\n");
-    return {all.begin() + 13, all.begin() + program_.DISEGNA};
-  }
-
-  TempFolder folder_{"velant_tok"};
-  TokenProgram program_;
-  std::vector<std::string> messages_;
-};
 
 const std::string HEADER = " colore sfondo = -1 altezza finestra = 700 larghezza finestra = 1000 nome finestra = \"Velant\"";
 
@@ -169,12 +115,18 @@ TEST_F(Tokenization, ExampleProgramsMatchTheirGoldenTokens) {
   const fs::path examples = fs::path(VELANT_SOURCE_DIR) / "examples";
   int compared = 0;
   for (const auto& entry : fs::directory_iterator(fs::path(VELANT_SOURCE_DIR) / "tests/language/golden")) {
-    const fs::path example = examples / entry.path().stem().replace_extension(".txt");
-    TokenProgram p;
+    // "programma.tokens" is the program's; "programma.palla.tokens" is what an element of class palla runs.
+    const fs::path stem = entry.path().stem();
+    const fs::path example = examples / (stem.stem().string() + ".txt");
+    TokenProgram p, element;
     ASSERT_EQ(tokenization_of_file(p, example.string()), TokenizationResult::Ready) << example;
+    const bool of_element = stem.has_extension();
+    if (of_element) {
+      ASSERT_TRUE(element_token_program(p, stem.extension().string().substr(1), element));
+    }
     std::ifstream in(entry.path());
     const std::string expected((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    EXPECT_EQ(token_listing(p), expected) << example;
+    EXPECT_EQ(token_listing(of_element ? element : p), expected) << entry.path();
     ++compared;
   }
   EXPECT_GE(compared, 5);

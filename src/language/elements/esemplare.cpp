@@ -285,6 +285,14 @@ void Esemplare::intersect_boundary() {
 
 void Esemplare::path_ended() { end_of_path = 1; }
 
+bool element_token_program(TokenProgram& main, const std::string& object, TokenProgram& element) {
+  ElementHead head;
+  head.nome = head.classe = "not_set";
+  write_element_head(element, head);
+  const int code = object_code_index(main, object, object);
+  return code == Esemplare::NO_CODE || append_object_code(element, main, code);
+}
+
 void set_element_picture(int32_t (*picture)()) { g_picture = picture; }
 
 void draw_with_picture(CInstance& instance, const std::string& immagine) {

@@ -97,6 +97,11 @@ void write_element_head(TokenProgram& program, const ElementHead& head);
 // time into `main`'s cache; false when a literal division by zero stops them.
 bool append_object_code(TokenProgram& program, TokenProgram& main, int code_index);
 
+// The program an element of class `object` of the program `main` would run:
+// its head with a new element's attributes, then its object's code. False
+// when a literal division by zero stops the code.
+bool element_token_program(TokenProgram& main, const std::string& object, TokenProgram& element);
+
 // Where the elements' picture comes from, until a program gives them one of
 // their own: the environment's art, asked for when an element needs it.
 void set_element_picture(int32_t (*picture)());
