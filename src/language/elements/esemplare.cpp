@@ -1,6 +1,8 @@
 #include "language/elements/esemplare.h"
 
 #include <cmath>
+#include <unordered_map>
+#include <vector>
 
 #include "language/evaluation/error_frame.h"
 #include "language/evaluation/numeric_expression.h"
@@ -10,6 +12,7 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Graphics/SpriteDrawing.h"
 #include "runtime/Object/Objects.h"
+#include "runtime/Room/FrameState.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Room/Variables.h"
 #include "runtime/Sprite/Sprite.h"
@@ -26,7 +29,7 @@ int32_t (*g_picture)() = no_picture;
 
 std::string number_text(double x) { return value_to_text(RValue::number(x)); }
 
-// The attributes that an element's variables mirror, in the order the start copies them.
+// The attributes that an element's variables mirror.
 constexpr std::string_view MIRRORED[] = {"X",           "Y",          "TRASPARENZA", "ROTAZIONE",
                                          "DIREZIONE",   "VELOCITA",   "SCALA_ASSE_X", "SCALA_ASSE_Y",
                                          "VELOCITA_ANIMAZIONE", "FOTOGRAMMA", "COLORE", "TIMER_1",
@@ -175,14 +178,22 @@ void Esemplare::enter_name() {
 // (the colour apart, the timers always).
 void Esemplare::copy_attributes_to_variables(bool at_start) {
   ProgramInstance& p = *program_;
-  for (int k = 0; k < p.vari_size; ++k) {
-    const std::string_view name = p.vari[static_cast<size_t>(k)].string_view();
-    double value = 0;
-    if (!is_mirrored(name) || !p.read_attribute(name, value)) continue;
+  if (mirrored_size_ != p.vari_size) {
+    mirrors_.clear();
+    for (int k = 0; k < p.vari_size; ++k) {
+      const std::string_view name = p.vari[static_cast<size_t>(k)].string_view();
+      if (is_mirrored(name)) mirrors_.emplace_back(k, ProgramInstance::attribute_of(name));
+    }
+    mirrored_size_ = p.vari_size;
+  }
+  static const int colour = ProgramInstance::attribute_of("COLORE");
+  static const int first_timer = ProgramInstance::attribute_of("TIMER_1");
+  for (const auto& [k, attribute] : mirrors_) {
+    const double value = p.attribute(attribute);
     RValue& stored = p.val[static_cast<size_t>(k)];
     if (!at_start) {
-      if (name == "COLORE") continue;
-      const bool timer = name.starts_with("TIMER_");
+      if (attribute == colour) continue;
+      const bool timer = attribute >= first_timer;
       if (!timer && stored.is(Kind::String) && string_is_real(stored.string_view()) == value) continue;
     }
     stored = RValue::text(number_text(value));
@@ -211,17 +222,47 @@ void Esemplare::step() {
   outside = inside ? "0" : "1";
 }
 
+namespace {
+
+// Whether any element stands closer than NEAR_ANOTHER to another: worked
+// out once a frame, in cells of that size, so that each element looks only
+// at the elements of its own cell and the eight around it.
+bool elements_near_each_other() {
+  static int64_t worked_out_in = -1;
+  static bool near = false;
+  const int64_t frame = frame_state().frames_drawn;
+  if (frame == worked_out_in) return near;
+  worked_out_in = frame;
+  near = false;
+  std::unordered_map<uint64_t, std::vector<const CInstance*>> cells;
+  const auto cell_of = [](double coordinate) { return static_cast<int64_t>(std::floor(coordinate / NEAR_ANOTHER)); };
+  const auto key = [](int64_t cx, int64_t cy) { return (static_cast<uint64_t>(cx) << 32) ^ static_cast<uint32_t>(cy); };
+  for (const CInstance* e : object_get(g_object)->instances) {
+    if (e->active()) cells[key(cell_of(e->x), cell_of(e->y))].push_back(e);
+  }
+  for (const CInstance* e : object_get(g_object)->instances) {
+    if (!e->active()) continue;
+    const int64_t cx = cell_of(e->x), cy = cell_of(e->y);
+    for (int64_t dx = -1; dx <= 1 && !near; ++dx) {
+      for (int64_t dy = -1; dy <= 1 && !near; ++dy) {
+        const auto found = cells.find(key(cx + dx, cy + dy));
+        if (found == cells.end()) continue;
+        for (const CInstance* other : found->second) {
+          if (other != e && std::hypot(other->x - e->x, other->y - e->y) < NEAR_ANOTHER) near = true;
+        }
+      }
+    }
+    if (near) break;
+  }
+  return near;
+}
+
+}  // namespace
+
 void Esemplare::step_end() {
   if (collision_check == 1) ++cc_time;
   if (cc_time > 1) collision_check = cc_time = 0;
-  const CObject* elements = object_get(g_object);
-  for (const CInstance* other : elements->instances) {
-    if (other == this || !other->active()) continue;
-    if (std::hypot(other->x - x, other->y - y) < NEAR_ANOTHER) {
-      set_global("collision_sensor", 1);
-      break;
-    }
-  }
+  if (elements_near_each_other()) set_global("collision_sensor", 1);
 }
 
 void Esemplare::draw() {

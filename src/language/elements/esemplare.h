@@ -15,6 +15,8 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "runtime/Object/Instance.h"
 
@@ -84,6 +86,10 @@ class Esemplare : public CInstance {
   int& button_time(int button);
 
   std::unique_ptr<ProgramInstance> program_;
+  // The entries of the element's table that mirror an attribute: the entry's
+  // index and the attribute's, made again when the table changes size.
+  std::vector<std::pair<int, int>> mirrors_;
+  int mirrored_size_ = -1;
 };
 
 // The index of the code of the object that an element named `nome`, of

@@ -185,10 +185,11 @@ class ProgramInstance : public ExpressionContext {
   // frames; the element counts the timers down.
   double timer[4] = {0, 0, 0, 0};
   double durata = 0;
-  // The element's value of attribute `name` ("X", "TIMER_1", ...) as the
-  // program reads it back: a field of its instance, or a timer in frames.
-  // False for other names and for DURATA.
-  bool read_attribute(std::string_view name, double& value) const;
+  // The index of the element attribute `name` ("X", "TIMER_1", ...) that a
+  // program reads back, or -1 for other names and for DURATA.
+  static int attribute_of(std::string_view name);
+  // The element's value of attribute `index`: a field of its instance, or a timer in frames.
+  double attribute(int index) const;
   // main_code_ctrl: the ids, as text, of the elements last pressed with the left, right and middle button.
   std::string ultimo_click[3];
 

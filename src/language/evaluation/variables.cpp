@@ -171,18 +171,17 @@ void ProgramInstance::write_attribute(std::string_view name, const std::string& 
   }
 }
 
-bool ProgramInstance::read_attribute(std::string_view name, double& value) const {
+int ProgramInstance::attribute_of(std::string_view name) {
   for (size_t k = 0; k < std::size(ATTRIBUTES); ++k) {
-    const Attribute& a = ATTRIBUTES[k];
-    if (a.name != name || a.timer == LIFE_TIME) continue;
-    if (!a.field) {
-      value = timer[a.timer];
-      return true;
-    }
-    RValue field;
-    variable_get(instance, field_id(k), NO_ARRAY_INDEX, field);
-    value = value_to_real(field);
-    return true;
+    if (ATTRIBUTES[k].name == name && ATTRIBUTES[k].timer != LIFE_TIME) return static_cast<int>(k);
   }
-  return false;
+  return -1;
+}
+
+double ProgramInstance::attribute(int index) const {
+  const Attribute& a = ATTRIBUTES[static_cast<size_t>(index)];
+  if (!a.field) return timer[a.timer];
+  RValue field;
+  variable_get(instance, field_id(static_cast<size_t>(index)), NO_ARRAY_INDEX, field);
+  return value_to_real(field);
 }
