@@ -63,6 +63,12 @@ TEST_F(CustomFunctions, ACallInABodyAndTheFunctionsBehindAnEmptyOneStayAsWritten
   const std::string due = "definisci funzione \"due\"\n{\n  uno\n}\n";
   EXPECT_EQ(starting_with(uno + due + "due\n", "uno").size(), 1u) << "the pasted body still calls uno";
 
+  // A function that calls itself is pasted in at each call, and the text stops growing at its bound.
+  const std::string eco = "definisci funzione \"eco\"\n{\n  eco eco\n}\n";
+  std::string calls;
+  for (int k = 0; k < 40; ++k) calls += "eco\n";
+  EXPECT_FALSE(statement(eco + calls).empty());
+
   const std::string vuota = "definisci funzione \"vuota\"\n{\n}\n";
   const std::string tre = "definisci funzione \"tre\"\n{\n  aumenta x di 3\n}\n";
   const Tokens t = statement(vuota + tre + "tre\n");

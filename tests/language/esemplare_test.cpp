@@ -49,7 +49,7 @@ TEST_F(Elements, AnElementWithoutCodeHasItsAttributesInItsTableFromTheStart) {
 }
 
 TEST_F(Elements, ObjectCodeMovesTheElementAndSeesTheRuntimesMotion) {
-  with_code("X = 300\nvisto = Y");
+  ProgramInstance& main = with_code("X = 300\nvisto = Y");
   Esemplare& still = element("palla", "p1", 10, 10);
   Esemplare& moving = element("palla", "p2", 10, 10);
   frames(3);
@@ -58,6 +58,7 @@ TEST_F(Elements, ObjectCodeMovesTheElementAndSeesTheRuntimesMotion) {
   frames(2);
   EXPECT_EQ(variable(moving.program(), "Y"), std::to_string(static_cast<int>(moving.y))) << "Y shows the motion";
   EXPECT_EQ(string_is_real(variable(moving.program(), "visto")), moving.y) << "the code reads the moved Y";
+  EXPECT_EQ(calculate_string(main, "visto_del_p2"), variable(moving.program(), "visto")) << "read from outside";
 }
 
 TEST_F(Elements, TheElementsOfAClassShareTokensMadeOnce) {

@@ -6,7 +6,9 @@
 
 void Oggetto::draw() { draw_with_picture(*this, immagine); }
 void Oggetto::pressed() { stato = "2"; }
-void Oggetto::held() { stato = "1"; }
+void Oggetto::held() {
+  if (++ctime > 1) stato = "1";
+}
 void Oggetto::released() { stato = "0"; }
 
 void Puntatore::expire() { instance_destroy(*this); }

@@ -23,6 +23,7 @@ class Oggetto : public CInstance {
               sp = "*", xscale = "*", yscale = "*", z = "*", spr_index = "*", img_speed = "*", img_index = "*";
   std::string timer_1 = "*", timer_2 = "*", timer_3 = "*", timer_4 = "*";
   std::string stato = "0";  // "2" just pressed, "1" held, "0" free
+  int ctime = 0;            // frames held
   std::string immagine;
 };
 

@@ -25,6 +25,13 @@ constexpr uint32_t START_BLEND = 12632256;
 
 int32_t g_object = -1;
 int32_t no_picture() { return -1; }
+int64_t g_starts = 0;  // elements started so far: a start since the nearness was worked out asks for it again
+
+// A whole number that an int field can hold: a count of frames, a sprite's index.
+int32_t whole_of(double x) {
+  if (!(x > -2e9)) return x > 0 ? INT32_MAX : -1;
+  return x < 2e9 ? static_cast<int32_t>(x) : INT32_MAX;
+}
 int32_t (*g_picture)() = no_picture;
 
 std::string number_text(double x) { return value_to_text(RValue::number(x)); }
@@ -56,27 +63,39 @@ Esemplare::~Esemplare() = default;
 void Esemplare::create() {
   image_blend = START_BLEND;
   sprite_index = g_picture();
+  take_window();
+  alarm[4] = 1;
+}
+
+// The element draws in the program's window, with the program's grid.
+void Esemplare::take_window() {
   if (const ProgramInstance* main = main_program()) {
     program_->larghezza_finestra = main->larghezza_finestra;
     program_->altezza_finestra = main->altezza_finestra;
     program_->griglia_visibile = main->griglia_visibile;
   }
-  alarm[4] = 1;
 }
 
 void Esemplare::start() {
   ProgramInstance& p = *program_;
   ProgramInstance* main = main_program();
   code_index = main ? object_code_index(main->program, nome, ogg) : NO_CODE;
+  take_window();
   p.ripetizione = 1;
+  set_global("collisione", 0);
+  set_global("collision_sensor", 0);
+  ++g_starts;
   if (classe == "*") classe = "not_set";
   if (nome == "*") nome = "not_set";
   write_element_head(p.program, head_values());
   if (code_index != NO_CODE && !append_object_code(p.program, main->program, code_index)) end_run(RunEnd::ToEditor);
 
+  // Index 0 of the element's table stays empty; the variables its creator
+  // gave stand behind it, and those its code assigns come after them.
+  if (p.vari.empty()) p.append_variable("", RValue::text(""));
   p.entered_vari.clear();
-  for (int k = 0; k < p.vari_size; ++k) p.entered_vari += "|" + std::string(p.vari[static_cast<size_t>(k)].string_view()) + "|";
-  guarded_run([&] { p.var_inizialization(p.vari_size); });
+  for (size_t k = 1; k < p.vari.size(); ++k) p.entered_vari += "|" + std::string(p.vari[k].string_view()) + "|";
+  guarded_run([&] { p.var_inizialization(static_cast<int>(p.vari.size())); });
   if (code_index != NO_CODE) p.mem_function(0, p.program.totale_tok);
   alarm[6] = 1;
   alarm[7] = 1;
@@ -168,9 +187,7 @@ void Esemplare::enter_name() {
     return;
   }
   main->append_variable(nome, own_id);
-  if (durata != "*" && string_is_real(durata) > 0) {
-    alarm[5] = static_cast<int32_t>(string_is_real(durata) * FRAMES_PER_SECOND);
-  }
+  if (durata != "*" && string_is_real(durata) > 0) alarm[5] = whole_of(string_is_real(durata) * FRAMES_PER_SECOND);
 }
 
 // The element's variables that mirror its attributes take their values: at
@@ -228,11 +245,12 @@ namespace {
 // out once a frame, in cells of that size, so that each element looks only
 // at the elements of its own cell and the eight around it.
 bool elements_near_each_other() {
-  static int64_t worked_out_in = -1;
+  static int64_t worked_out_in = -1, starts_then = -1;
   static bool near = false;
   const int64_t frame = frame_state().frames_drawn;
-  if (frame == worked_out_in) return near;
+  if (frame == worked_out_in && g_starts == starts_then) return near;
   worked_out_in = frame;
+  starts_then = g_starts;
   near = false;
   std::unordered_map<uint64_t, std::vector<const CInstance*>> cells;
   const auto cell_of = [](double coordinate) { return static_cast<int64_t>(std::floor(coordinate / NEAR_ANOTHER)); };
@@ -342,11 +360,11 @@ void draw_with_picture(CInstance& instance, const std::string& immagine) {
   if (!immagine.empty()) {
     const ProgramInstance* main = main_program();
     if (immagine[0] >= '0' && immagine[0] <= '9') {
-      instance.sprite_index = static_cast<int32_t>(string_is_real(immagine));
+      instance.sprite_index = whole_of(string_is_real(immagine));
     } else if (main) {
       const RValue picture = const_cast<ProgramInstance*>(main)->calculate_var_image(immagine);
-      instance.sprite_index = static_cast<int32_t>(picture.is(Kind::String) ? string_is_real(picture.string_view())
-                                                                              : value_to_real(picture));
+      instance.sprite_index =
+          whole_of(picture.is(Kind::String) ? string_is_real(picture.string_view()) : value_to_real(picture));
     }
   }
   if (!sprite_exists(instance.sprite_index)) instance.sprite_index = g_picture();

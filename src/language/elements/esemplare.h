@@ -78,6 +78,7 @@ class Esemplare : public CInstance {
 
  private:
   ElementHead head_values() const;
+  void take_window();
   void enter_name();
   void copy_attributes_to_variables(bool all_attributes);
   // Runs tokens `from` to `to` of the element's program; a program error stops the run.

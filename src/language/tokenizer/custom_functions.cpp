@@ -29,6 +29,7 @@ namespace {
 constexpr std::string_view NOT_SET = "not_set";
 constexpr std::string_view ARG = "[arg]";
 constexpr int MAX_CALL_SPAN = 40;
+constexpr size_t MAX_TEXT = size_t{1} << 22;  // a program text far past what a learner writes
 // Names that set the program's window: never local to a call.
 constexpr std::string_view RESERVED_WINDOW_NAMES[] = {"larghezza_finestra", "altezza_finestra", "colore_sfondo",
                                                       "nome_finestra"};  // a call's arguments are looked for this far: at most 13
@@ -65,12 +66,16 @@ void localise(std::string& body, const std::string& name, const std::string& pos
   static constexpr std::string_view BEFORE = " #*/+-^)(:";
   static constexpr std::string_view AFTER[] = {" ", "#", "*", "/", "+", "-", "^", ")"};
   for (size_t times = text_edit::count(body, name); times > 0; --times) {
+    bool renamed = false;
     for (const char c : BEFORE) {
       for (const std::string_view e : AFTER) {
-        text_edit::replace_first(body, std::string(1, c) + name + std::string(e),
-                                 std::string(1, c) + name + position + std::string(e));
+        renamed = text_edit::replace_first(body, std::string(1, c) + name + std::string(e),
+                                           std::string(1, c) + name + position + std::string(e)) ||
+                  renamed;
       }
     }
+    // A round that renames nothing leaves nothing for the next ones.
+    if (!renamed) break;
   }
 }
 
@@ -244,7 +249,10 @@ void Tokenizer::expand_call(CustomFunctions& fn, int f, size_t ab) {
     line = left + line;
     text_edit::replace_first(inst, "con_questa_funzione_ottieni", left);
   }
+  // A body that calls its own function would grow the text at every call: past this size it stops.
+  if (message_.size() > MAX_TEXT) return;
   if (count == 0) {
+    if (text_edit::count(message_, line) * inst.size() > MAX_TEXT) return;
     text_edit::replace_all(message_, line, inst);
     text_edit::replace_all(message_, "\"" + inst + "\"", "");
   } else {

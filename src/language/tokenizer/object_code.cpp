@@ -28,7 +28,7 @@ void Tokenizer::parsing_codice_oggetto(size_t ap) {
     const auto f = static_cast<size_t>(p_.tot_ogg);
     p_.ogg[f] = tok[ab - 1];
     // The code runs from behind the block's brace to the brace that closes it.
-    for (size_t k = ab + 3, opened = 1, closed = 0; k < tok.size(); ++k) {
+    for (size_t k = ab + 3, opened = 1, closed = 0; k <= ap && k < tok.size(); ++k) {
       if (text_edit::contains(tok[k], "{")) ++opened;
       if (text_edit::contains(tok[k], "}")) ++closed;
       if (opened == closed) break;
