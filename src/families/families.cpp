@@ -14,7 +14,7 @@ namespace {
 // funzioni_particelle, funzioni_sulle_tabelle, funzioni_logiche,
 // funzioni_esterne, the walk's own "debug", funzioni_sugli_oggetti,
 // funzioni_pixelart.
-constexpr std::array<const Family*, 9> FAMILIES = {
+constexpr std::array<const Family*, 10> FAMILIES = {
     &funzioni_di_disegno,
     &funzioni_sulle_stringhe,
     &funzioni_di_casualita,
@@ -24,6 +24,7 @@ constexpr std::array<const Family*, 9> FAMILIES = {
     &funzioni_sulle_tabelle,
     &funzioni_logiche,
     &debug_family,
+    &funzioni_sugli_oggetti,
 };
 
 }  // namespace

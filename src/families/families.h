@@ -18,6 +18,7 @@ extern const Family funzioni_trigonometriche_e_vettoriali;
 extern const Family funzioni_sui_file_di_testo;
 extern const Family funzioni_sulle_tabelle;
 extern const Family funzioni_logiche;
+extern const Family funzioni_sugli_oggetti;
 
 // The families in the order of the calls.
 std::span<const Family* const> language_families();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 class ProgramInstance;
@@ -25,6 +26,9 @@ void ottieni_stile_testo(ProgramInstance& p, int i);
 void disegna_immagine(ProgramInstance& p, int i);
 void disegna_fotogramma(ProgramInstance& p, int i);
 void ottieni_immagine(ProgramInstance& p, int i);
+// The sprite that a picture written by a program names: a quoted path,
+// loaded at its first use and found in the image memory after; or a handle.
+int32_t picture_of(ProgramInstance& p, const std::string& written);
 
 // [SECTION] Colours (funzioni_di_disegno_colori.cpp)
 void ottieni_colore_rgb(ProgramInstance& p, int i);

@@ -142,23 +142,6 @@ int32_t remembered_image(ProgramInstance& p, std::string_view key) {
   return NOT_REMEMBERED;
 }
 
-// The sprite that IMMAGINE of disegna_immagine names: a path, loaded at
-// its first use and found in the image memory after; or a handle.
-int32_t picture_of(ProgramInstance& p, const std::string& written) {
-  const std::string value = normalised_separators(calculate_string(p, written));
-  if (!value.starts_with('"')) return sprite_of_handle(string_is_real(value));
-  // The statement runs on every frame: a path found as written needs no
-  // look at the disk to complete it.
-  if (const int32_t remembered = remembered_image(p, without_quotes(value)); remembered != NOT_REMEMBERED) {
-    return remembered;
-  }
-  const ImagePath path = resolve_image_path(value, IMAGE_EXTENSIONS_DISEGNA);
-  const std::string key = path.web ? without_quotes(value) : path.name;
-  if (const int32_t remembered = remembered_image(p, key); remembered != NOT_REMEMBERED) return remembered;
-  const int32_t sprite = load_image_sprite(path, {});
-  remember_image(p, key, sprite, 0, 0);
-  return sprite;
-}
 
 // [SECTION] ottieni_immagine
 
@@ -202,6 +185,24 @@ int32_t rebuilt(ProgramInstance& p, int32_t sprite, const SpriteLoad& load) {
 }
 
 }  // namespace
+
+// The sprite that IMMAGINE names: a path, loaded at
+// its first use and found in the image memory after; or a handle.
+int32_t picture_of(ProgramInstance& p, const std::string& written) {
+  const std::string value = normalised_separators(calculate_string(p, written));
+  if (!value.starts_with('"')) return sprite_of_handle(string_is_real(value));
+  // The statement runs on every frame: a path found as written needs no
+  // look at the disk to complete it.
+  if (const int32_t remembered = remembered_image(p, without_quotes(value)); remembered != NOT_REMEMBERED) {
+    return remembered;
+  }
+  const ImagePath path = resolve_image_path(value, IMAGE_EXTENSIONS_DISEGNA);
+  const std::string key = path.web ? without_quotes(value) : path.name;
+  if (const int32_t remembered = remembered_image(p, key); remembered != NOT_REMEMBERED) return remembered;
+  const int32_t sprite = load_image_sprite(path, {});
+  remember_image(p, key, sprite, 0, 0);
+  return sprite;
+}
 
 ImagePath resolve_image_path(std::string_view written, std::span<const std::string_view> extensions) {
   static constexpr std::string_view WEB_PREFIX = "internet/";

@@ -4,7 +4,10 @@
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
 
-void Oggetto::draw() { draw_with_picture(*this, immagine); }
+// A class shows only a picture given to it; without one it is a template and nothing more.
+void Oggetto::draw() {
+  if (!immagine.empty()) draw_with_picture(*this, immagine);
+}
 void Oggetto::pressed() { stato = "2"; }
 void Oggetto::held() {
   if (++ctime > 1) stato = "1";

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "runtime/Object/Instance.h"
 
@@ -21,7 +23,9 @@ class Oggetto : public CInstance {
   // Defaults for the elements of the class, as text; "*" is not set.
   std::string xx = "*", yy = "*", nome = "*", classe = "*", blend = "*", alpha = "*", angle = "*", dir = "*",
               sp = "*", xscale = "*", yscale = "*", z = "*", spr_index = "*", img_speed = "*", img_index = "*";
-  std::string timer_1 = "*", timer_2 = "*", timer_3 = "*", timer_4 = "*";
+  std::string timer_1 = "*", timer_2 = "*", timer_3 = "*", timer_4 = "*", durata = "*";
+  // The class's variables, which every element of it starts with: names and values as written.
+  std::vector<std::pair<std::string, std::string>> variables;
   std::string stato = "0";  // "2" just pressed, "1" held, "0" free
   int ctime = 0;            // frames held
   std::string immagine;

@@ -33,6 +33,7 @@ int32_t whole_of(double x) {
   return x < 2e9 ? static_cast<int32_t>(x) : INT32_MAX;
 }
 int32_t (*g_picture)() = no_picture;
+int32_t g_picture_index = -1;  // the elements' picture, as the last element made found it
 
 std::string number_text(double x) { return value_to_text(RValue::number(x)); }
 
@@ -62,7 +63,7 @@ Esemplare::~Esemplare() = default;
 
 void Esemplare::create() {
   image_blend = START_BLEND;
-  sprite_index = g_picture();
+  sprite_index = g_picture_index = g_picture();
   take_window();
   alarm[4] = 1;
 }
@@ -355,7 +356,9 @@ bool element_token_program(TokenProgram& main, const std::string& object, TokenP
 void set_element_picture(int32_t (*picture)()) { g_picture = picture; }
 
 void draw_with_picture(CInstance& instance, const std::string& immagine) {
-  if (instance.sprite_index != 0 && sprite_exists(instance.sprite_index)) draw_self(instance);
+  // Picture 0 is no picture, unless it is the elements' own.
+  const int32_t sprite = instance.sprite_index;
+  if ((sprite != 0 || sprite == g_picture_index) && sprite_exists(sprite)) draw_self(instance);
   // The picture for the next frame: a number, or a variable that holds one.
   if (!immagine.empty()) {
     const ProgramInstance* main = main_program();
@@ -367,7 +370,7 @@ void draw_with_picture(CInstance& instance, const std::string& immagine) {
           whole_of(picture.is(Kind::String) ? string_is_real(picture.string_view()) : value_to_real(picture));
     }
   }
-  if (!sprite_exists(instance.sprite_index)) instance.sprite_index = g_picture();
+  if (!sprite_exists(instance.sprite_index)) instance.sprite_index = g_picture_index = g_picture();
 }
 
 int32_t define_esemplare() {

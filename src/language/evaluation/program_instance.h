@@ -185,6 +185,9 @@ class ProgramInstance : public ExpressionContext {
   // frames; the element counts the timers down.
   double timer[4] = {0, 0, 0, 0};
   double durata = 0;
+  // Writes the number of `value` to the element attribute assigned as
+  // `name` ("X", "TIMER_1", ...); nothing for other names.
+  void write_attribute(std::string_view name, const std::string& value);
   // The index of the element attribute `name` ("X", "TIMER_1", ...) that a
   // program reads back, or -1 for other names and for DURATA.
   static int attribute_of(std::string_view name);
@@ -199,9 +202,6 @@ class ProgramInstance : public ExpressionContext {
   // when `name` is no such name.
   static bool attribute_text(std::string_view name, const CInstance& owner, const ProgramInstance* owner_program,
                              std::string& out);
-  // Writes the number of `value` to the element attribute assigned as
-  // `name` ("X", "TIMER_1", ...); nothing for other names.
-  void write_attribute(std::string_view name, const std::string& value);
   // The table part of an assignment: every entry of `name` takes the value of the statement at `j`.
   void assign_in_table(ProgramInstance& table, std::string_view name, int j);
   // The truth text ("1" or "0") of the negation of the value of `expression`, as "non" makes it.

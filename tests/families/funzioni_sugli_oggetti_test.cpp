@@ -1,0 +1,92 @@
+// funzioni_sugli_oggetti: classes and their defaults, an element's own keys
+// and expressions, the variables a change can reach, references by class,
+// name and id, the checks that give -4, moving and destroying.
+#include "families/funzioni_sugli_oggetti.h"
+
+#include "language/elements/element_templates.h"
+#include "language/elements/esemplare.h"
+#include "language/evaluation/numeric_expression.h"
+#include "runtime/Run/Frame.h"
+#include "support/program_fixture.h"
+
+namespace {
+
+class FunzioniSugliOggetti : public ProgramTest {
+ protected:
+  void SetUp() override {
+    ProgramTest::SetUp();
+    define_element_objects([] { return -1; });
+    objects_prepare();
+  }
+  static Esemplare* named(const std::string& nome) {
+    for (Esemplare* e : running_elements()) {
+      if (e->nome == nome) return e;
+    }
+    return nullptr;
+  }
+  static void frames(int n) {
+    for (int k = 0; k < n; ++k) frame_run();
+  }
+};
+
+TEST_F(FunzioniSugliOggetti, AnElementTakesItsClassThenItsOwnKeysWorkedOutTogether) {
+  ProgramInstance& p = started(
+      "crea un oggetto (NOME: \"palla\", X: 300, PUNTI: 1, VITE: 3)\n"
+      "crea un esemplare (OGGETTO: \"palla\", NOME: \"p1\")\n"
+      "crea un esemplare (OGGETTO: \"palla\", NOME: \"p2\", Y: 40, X: Y + 5, PUNTI: 7)\n"
+      "n = ottieni numero esemplari esistenti di (OGGETTO: \"palla\")\n"
+      "nessuno = ottieni numero esemplari esistenti di (OGGETTO: \"sasso\")\n"
+      "tutti = ottieni numero totale di esemplari esistenti");
+  Esemplare* p1 = named("p1");
+  Esemplare* p2 = named("p2");
+  ASSERT_TRUE(p1 && p2);
+  EXPECT_EQ(p1->x, 300) << "no X: the class's";
+  EXPECT_EQ(p1->y, 100) << "nor Y in the class: the default";
+  EXPECT_EQ(p2->x, 45) << "X written as an expression of Y";
+  EXPECT_EQ(p1->image_xscale, 1);
+  EXPECT_EQ(p1->image_alpha, 1);
+  EXPECT_EQ(p1->immagine, "") << "without a picture of its own or of its class, the elements' picture";
+  EXPECT_EQ(p2->ogg, "palla");
+  EXPECT_EQ(stored(p2->program(), "PUNTI"), "7") << "the element's own key wins";
+  EXPECT_EQ(stored(p2->program(), "VITE"), "3") << "the class's variable";
+  EXPECT_EQ(stored(p, "n"), "2");
+  EXPECT_EQ(stored(p, "nessuno"), "0");
+  EXPECT_EQ(stored(p, "tutti"), "2");
+}
+
+TEST_F(FunzioniSugliOggetti, AChangeReachesOnlyVariablesTheElementWasCreatedWith) {
+  started(
+      "crea un esemplare (OGGETTO: \"palla\", NOME: \"p1\", PUNTI: 1)\n"
+      "crea un esemplare (OGGETTO: \"palla\", NOME: \"p2\", PUNTI: 1)");
+  frames(2);
+  started("modifica un elemento (NOME: \"palla\", PUNTI: 5, VITE: 9, X: 20)");
+  for (const char* nome : {"p1", "p2"}) {
+    Esemplare* e = named(nome);
+    ASSERT_NE(e, nullptr);
+    EXPECT_EQ(stored(e->program(), "PUNTI"), "5") << nome;
+    EXPECT_EQ(stored(e->program(), "VITE"), "absent") << "not written at creation: no such variable";
+    EXPECT_EQ(e->x, 20) << "X moves the element";
+  }
+}
+
+TEST_F(FunzioniSugliOggetti, ChecksGiveMinusFourWithoutAMatchAndElementsMoveAndGo) {
+  ProgramInstance& p = started(
+      "crea un esemplare (OGGETTO: \"pesce\", NOME: \"f1\", X: 100, Y: 100)\n"
+      "crea un esemplare (OGGETTO: \"pesce\", NOME: \"f2\", X: 1200, Y: -5)\n"
+      "dentro = ottieni risultato controllo se il mouse è entrato in questo elemento (ELEMENTO: \"pesce\")\n"
+      "esiste = ottieni risultato controllo se esistono esemplari di (ELEMENTO: \"f1\")\n"
+      "muovi un elemento verso un punto (ELEMENTO: \"f1\", X: 200, Y: 130, VELOCITA: 10)\n"
+      "muovi un elemento verso un punto (ELEMENTO: \"f1\", X: 0, Y: 0, VELOCITA: 0)\n"
+      "trasporta elemento al lato opposto quando esce dalla finestra (ELEMENTO: \"f2\")");
+  EXPECT_EQ(stored(p, "dentro"), "-4");
+  EXPECT_EQ(stored(p, "esiste"), "1");
+  EXPECT_EQ(named("f1")->x, 110) << "one step on each axis";
+  EXPECT_EQ(named("f1")->y, 110);
+  EXPECT_EQ(named("f2")->x, 0) << "beyond the right edge, back to the left";
+  EXPECT_EQ(named("f2")->y, ROOM_HEIGHT) << "above the top, to the bottom";
+  started("distruggi tutti gli esemplari di (OGGETTO: tutti)");
+  frames(1);
+  EXPECT_TRUE(running_elements().empty());
+}
+
+}  // namespace
