@@ -86,7 +86,7 @@ void MainCodeCtrl::create() {
   guarded_run([&] { p.var_inizialization(0); });
   p.mem_function(0, p.program.totale_tok);
   alarm[0] = 1;
-  time = step_count = 0;
+  p.time = step_count = 0;
   drawing_run_start(p);
   // A click on the close button ends the run, not the environment.
   window_command_hook(WINDOW_COMMAND_CLOSE);
@@ -122,7 +122,7 @@ void MainCodeCtrl::draw() {
   ProgramInstance& p = *program_;
   draw_set_font(-1);
   draw_grid_picture(p);
-  if (++time > 1) run_block(p.program.DISEGNA, p.program.totale_tok);
+  if (++p.time > 1) run_block(p.program.DISEGNA, p.program.totale_tok);
   if (Room* room = current_room()) {
     room->width = static_cast<int32_t>(p.larghezza_finestra);
     room->height = static_cast<int32_t>(p.altezza_finestra);
@@ -142,7 +142,7 @@ void MainCodeCtrl::draw_end() {
   const FrameState& frame = frame_state();
   // Pressing Alt while releasing Ctrl switches the list of tokens and variables.
   if (key_down(KEY_ALT) && key_released(KEY_CONTROL)) debug = !debug;
-  if (debug && time > 10) {
+  if (debug && p.time > 10) {
     if (key_down(KEY_UP)) debug_scroll += 20;
     if (key_down(KEY_DOWN)) debug_scroll -= 20;
     draw_state().colour = 0;

@@ -34,8 +34,7 @@ class MainCodeCtrl : public CInstance {
 
   ProgramInstance& program() { return *program_; }
 
-  // Frames drawn and stepped since the start.
-  int64_t time = 0;
+  // Steps since the start (the Draws are the program's `time`).
   int64_t step_count = 0;
   int fullscreen = 0;
   int restart = 0, restart_time = 0;

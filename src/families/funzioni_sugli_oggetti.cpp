@@ -260,6 +260,14 @@ constexpr FamilyFunction FUNCTIONS[] = {
     {"crea_un_oggetto", CallShape::Statement, crea_un_oggetto},
     {"crea_un_esemplare", CallShape::Statement, crea_un_esemplare},
     {"modifica_un_elemento", CallShape::Statement, modifica_un_elemento},
+    {"ottieni_risultato_controllo_collisione_tra", CallShape::Value, ottieni_risultato_controllo_collisione_tra},
+    {"distruggi_questi_elementi_quando_collidono_tra_loro", CallShape::Statement,
+     distruggi_questi_elementi_quando_collidono_tra_loro},
+    {"distruggi_elemento_quando_collide_con", CallShape::Statement, distruggi_elemento_quando_collide_con},
+    {"distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a", CallShape::Statement,
+     distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a},
+    {"scambia_elemento_quando_questa_sua_variabile_locale_equivale_a", CallShape::Statement,
+     scambia_elemento_quando_questa_sua_variabile_locale_equivale_a},
     {"ottieni_risultato_controllo_se_esistono_esemplari_di", CallShape::Value,
      ottieni_risultato_controllo_se_esistono_esemplari_di},
     {"distruggi_elemento_quando_esce_dalla_finestra", CallShape::Statement,
@@ -294,6 +302,11 @@ constexpr FamilyFunction FUNCTIONS[] = {
      distruggi_elementi_che_si_trovano_in_questo_punto},
     {"ottieni_risultato_controllo_se_ci_sono_elementi_in_questo_punto", CallShape::Value,
      ottieni_risultato_controllo_se_ci_sono_elementi_in_questo_punto},
+    {"ottieni_distanza_tra_due_elementi", CallShape::Value, ottieni_distanza_tra_due_elementi},
+    {"fai_parlare_un_elemento", CallShape::Statement, fai_parlare_un_elemento},
+    {"fai_pensare_un_elemento", CallShape::Statement, fai_pensare_un_elemento},
+    {"timbra_con_questo_elemento", CallShape::Statement, timbra_con_questo_elemento},
+    {"cancella_timbri", CallShape::Statement, cancella_timbri},
 };
 
 }  // namespace

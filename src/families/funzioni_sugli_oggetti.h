@@ -29,3 +29,15 @@ std::vector<Esemplare*> elements_of_class(const ElementReference& ref, bool ever
 void crea_un_oggetto(ProgramInstance& p, int i);
 void crea_un_esemplare(ProgramInstance& p, int i);
 void modifica_un_elemento(ProgramInstance& p, int i);
+
+// Collisions, distances, an element's variable, balloons and stamps (funzioni_sugli_oggetti_incontri.cpp).
+void ottieni_risultato_controllo_collisione_tra(ProgramInstance& p, int i);
+void distruggi_questi_elementi_quando_collidono_tra_loro(ProgramInstance& p, int i);
+void distruggi_elemento_quando_collide_con(ProgramInstance& p, int i);
+void distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramInstance& p, int i);
+void scambia_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramInstance& p, int i);
+void ottieni_distanza_tra_due_elementi(ProgramInstance& p, int i);
+void fai_parlare_un_elemento(ProgramInstance& p, int i);
+void fai_pensare_un_elemento(ProgramInstance& p, int i);
+void timbra_con_questo_elemento(ProgramInstance& p, int i);
+void cancella_timbri(ProgramInstance& p, int i);

@@ -6,8 +6,12 @@
 #include "language/elements/element_templates.h"
 #include "language/elements/esemplare.h"
 #include "language/evaluation/numeric_expression.h"
+#include "runtime/Platform/Gpu.h"
+#include "runtime/Platform/Window.h"
 #include "runtime/Run/Frame.h"
+#include "support/SaveArea.h"
 #include "support/program_fixture.h"
+#include "support/test_pictures.h"
 
 namespace {
 
@@ -87,6 +91,35 @@ TEST_F(FunzioniSugliOggetti, ChecksGiveMinusFourWithoutAMatchAndElementsMoveAndG
   started("distruggi tutti gli esemplari di (OGGETTO: tutti)");
   frames(1);
   EXPECT_TRUE(running_elements().empty());
+}
+
+// Collisions are looked for on odd frames only, through markers in the elements' shapes.
+TEST_F(FunzioniSugliOggetti, CollidingElementsGoOnOddFramesOnly) {
+  ASSERT_TRUE(platform::make_window(true).create(ROOM_WIDTH, ROOM_HEIGHT, "test", {}));
+  ASSERT_TRUE(platform::gpu().ready());
+  SaveArea area;
+  struct White {
+    int r = 255, g = 255, b = 255;
+  };
+  ASSERT_TRUE(write_test_picture(area.path() / "quadrato.png", 20, 20, [](int, int) { return White{}; }));
+  started(
+      "crea un oggetto (NOME: \"blocco\", IMMAGINE: \"quadrato\")\n"
+      "crea un esemplare (OGGETTO: \"blocco\", NOME: \"a\", X: 100, Y: 100)\n"
+      "crea un esemplare (OGGETTO: \"blocco\", NOME: \"b\", X: 110, Y: 100)\n"
+      "crea un esemplare (OGGETTO: \"blocco\", NOME: \"c\", X: 400, Y: 100)");
+  for (Esemplare* e : running_elements()) e->sprite_index = static_cast<int32_t>(string_is_real(e->immagine));
+  ProgramInstance& rule = runnable(
+      "INIZIA\ndistruggi questi elementi quando collidono tra loro (ELEMENTO_1: \"a\", ELEMENTO_2: \"b\")\nCICLO CONTINUO\n");
+  rule.time = 2;
+  run_inizia(rule);
+  frames(1);
+  EXPECT_EQ(running_elements().size(), 3u) << "an even frame looks for nothing";
+  rule.time = 3;
+  run_inizia(rule);
+  frames(1);
+  ASSERT_EQ(running_elements().size(), 1u);
+  EXPECT_EQ(running_elements()[0]->nome, "c");
+  EXPECT_EQ(first_active_instance(object_find("puntatore1")), nullptr) << "the markers go with the statement";
 }
 
 }  // namespace

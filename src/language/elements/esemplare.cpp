@@ -302,7 +302,7 @@ void Esemplare::draw() {
   vel_animazione = number_text(image_speed);
   fotogramma = number_text(image_index);
 
-  if (++time > 1 && code_index != UNSTARTED) {
+  if (++p.time > 1 && code_index != UNSTARTED) {
     copy_attributes_to_variables(false);
     if (code_index != NO_CODE) run_block(p.program.DISEGNA, p.program.totale_tok);
   }

@@ -71,7 +71,6 @@ class Esemplare : public CInstance {
   int end_of_path = 0, disegna_percorso = 0, collision_check = 0, cc_time = 0, outside_room_destroy = 0;
   std::string vel_animazione = "1", fotogramma = "0";
   std::string immagine;         // the picture: a number, or a variable's name
-  int time = 0;                 // Draws so far
   // The index of the object's code in the program's tables; NO_CODE without, UNSTARTED before the start.
   static constexpr int UNSTARTED = -4, NO_CODE = 0;
   int code_index = UNSTARTED;

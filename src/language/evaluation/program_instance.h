@@ -151,6 +151,10 @@ class ProgramInstance : public ExpressionContext {
   // Every name seen by var_inizialization, each between vertical bars ("|X||punti|").
   std::string entered_vari;
 
+  // The Draws of the program's instance so far: its block "CICLO_CONTINUO"
+  // runs from the second on, and some functions act on odd ones only.
+  int64_t time = 0;
+
   // The pass of the innermost "ripeti" at hand, which a program reads as "ripetizione".
   int ripetizione = 1;
   CharacterCodes codes;
