@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "environment/commands.h"
 #include "environment/folders.h"
@@ -18,13 +19,21 @@
 #include "runtime/Graphics/ImageFile.h"
 #include "runtime/Graphics/Screen.h"
 #include "runtime/IO/FileNames.h"
+#include "runtime/IO/Input.h"
 #include "runtime/IO/WholeFile.h"
 #include "runtime/Room/FrameState.h"
 #include "runtime/Run/MainLoop.h"
 
 namespace {
 
-constexpr const char* USAGE = "uso: velant run FILE [--frames N] [--headless] [--screenshot PNG] [--vars]\n";
+constexpr const char* USAGE =
+    "uso: velant run FILE [--frames N] [--headless] [--screenshot PNG] [--vars] [--click X,Y@FRAME ...]\n";
+
+// A left click at (x, y): pressed in frame `frame`, released in the next.
+struct Click {
+  int x = 0, y = 0;
+  int64_t frame = 0;
+};
 
 struct RunRequest {
   std::string file;
@@ -32,7 +41,16 @@ struct RunRequest {
   bool headless = false;
   std::string screenshot;
   bool vars = false;
+  std::vector<Click> clicks;
 };
+
+std::optional<Click> parse_click(const char* text) {
+  Click click;
+  long long frame = 0;
+  if (std::sscanf(text, "%d,%d@%lld", &click.x, &click.y, &frame) != 3 || frame < 1) return std::nullopt;
+  click.frame = frame;
+  return click;
+}
 
 // The request from the words after "run"; nothing when they don't make one.
 std::optional<RunRequest> parse(int argc, char** argv) {
@@ -49,6 +67,10 @@ std::optional<RunRequest> parse(int argc, char** argv) {
       request.screenshot = argv[++k];
     } else if (word == "--vars") {
       request.vars = true;
+    } else if (word == "--click" && k + 1 < argc) {
+      const std::optional<Click> click = parse_click(argv[++k]);
+      if (!click) return std::nullopt;
+      request.clicks.push_back(*click);
     } else if (request.file.empty() && !word.starts_with("--")) {
       request.file = word;
     } else {
@@ -102,13 +124,21 @@ int run_command(int argc, char** argv) {
   // The last frame drawn is kept, to be saved when the run is over.
   Image last_frame;
   int64_t frames_seen = 0;
-  if (!request->screenshot.empty()) {
-    options.after_frame = [&] {
-      if (frame_state().frames_drawn == frames_seen) return;
-      frames_seen = frame_state().frames_drawn;
-      screen_read(last_frame);
-    };
-  }
+  options.after_frame = [&] {
+    const int64_t drawn = frame_state().frames_drawn;
+    // A click fed as the mouse would give it: moved and pressed for the frame asked, released after it.
+    for (const Click& click : request->clicks) {
+      if (drawn + 1 == click.frame) {
+        input_mouse_move(click.x, click.y);
+        input_mouse_button_event(MOUSE_LEFT, true);
+      } else if (drawn == click.frame) {
+        input_mouse_button_event(MOUSE_LEFT, false);
+      }
+    }
+    if (request->screenshot.empty() || drawn == frames_seen) return;
+    frames_seen = drawn;
+    screen_read(last_frame);
+  };
   runtime_run(options, [] { define_environment(Startup::Runner); });
 
   if (request->vars) {

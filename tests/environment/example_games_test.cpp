@@ -1,0 +1,52 @@
+// The example games from end to end, as a learner runs them: a catch game
+// clicked, bricks hit by the ball, an aquarium whose clicked fish speaks.
+#include <filesystem>
+
+#include "run_fixture.h"
+
+namespace {
+
+class ExampleGames : public RunFixture {
+ protected:
+  // Runs examples/`name`.txt from the test's folder, with the examples' pictures beside it.
+  RunResult play(const std::string& name, const std::string& options) {
+    const std::filesystem::path examples = std::filesystem::path(VELANT_SOURCE_DIR) / "examples";
+    std::filesystem::copy(examples / "immagini", folder_.path() / "immagini",
+                          std::filesystem::copy_options::overwrite_existing | std::filesystem::copy_options::recursive);
+    return run(read_whole_file(examples / (name + ".txt")), "--frames 90 --vars --screenshot schermo.png " + options);
+  }
+};
+
+TEST_F(ExampleGames, AClickedOrangeScoresAndGoes) {
+  // The first orange falls from (500, 0) at 3 pixels a frame: near y = 87 at frame 30, y = 267 at frame 90.
+  constexpr Rgb ORANGE{240, 138, 36};
+  const RunResult missed = play("acchiappa_le_arance", "");
+  EXPECT_EQ(missed.status, 0) << missed.out;
+  EXPECT_EQ(missed.value("punti"), "0");
+  EXPECT_TRUE(shows(picture(), 500, 267, ORANGE, 50));
+  const RunResult caught = play("acchiappa_le_arance", "--click 500,87@30");
+  EXPECT_EQ(caught.value("punti"), "1") << caught.out;
+  EXPECT_FALSE(shows(picture(), 500, 267, ORANGE, 50)) << "the orange caught is gone";
+}
+
+TEST_F(ExampleGames, TheBallKnocksOutABrick) {
+  const RunResult r = play("mattoni", "");
+  EXPECT_EQ(r.status, 0) << r.out;
+  EXPECT_EQ(r.value("rimasti"), "15");
+  EXPECT_TRUE(shows(picture(), 125, 95, {192, 70, 46}, 30)) << "the bricks far from the ball stand";
+}
+
+TEST_F(ExampleGames, TheClickedFishSaysHello) {
+  const RunResult quiet = play("acquario", "");
+  EXPECT_EQ(quiet.value("parla"), "0");
+  const Image water = picture();
+  // Nemo swims left from (300, 200) at 2 pixels a frame: at frame 60 it stands near x = 184.
+  const RunResult r = play("acquario", "--click 215,222@60");
+  EXPECT_EQ(r.status, 0) << r.out;
+  EXPECT_EQ(r.value("parla"), "29") << "a minute of speech, half gone";
+  const Image talking = picture();
+  EXPECT_TRUE(shows(talking, 230, 145, WHITE, 20)) << "the balloon above the fish";
+  EXPECT_FALSE(shows(water, 230, 145, WHITE, 20)) << "no balloon without the click";
+}
+
+}  // namespace
