@@ -49,4 +49,18 @@ TEST_F(ExampleGames, TheClickedFishSaysHello) {
   EXPECT_FALSE(shows(water, 230, 145, WHITE, 20)) << "no balloon without the click";
 }
 
+TEST_F(ExampleGames, ABalloonNearTheRightEdgeStaysInsideTheWindow) {
+  const RunResult r = run(
+      "INIZIA\ncolore_sfondo = 16711680\ncrea un esemplare (OGGETTO: \"pesce\", NOME: \"a\", X: 960, Y: 300)\n"
+      "CICLO CONTINUO\nfai parlare un elemento (ELEMENTO: \"a\", DICE: \"Ciao a tutti quanti\")\n",
+      "--frames 5 --screenshot schermo.png");
+  EXPECT_EQ(r.status, 0) << r.out;
+  const Image shown = picture();
+  // The box ends 10 pixels short of the edge, whatever the text's width; its top stands 50 above the text's height.
+  bool balloon_inside = false;
+  for (int y = 220; y < 260; ++y) balloon_inside = balloon_inside || shows(shown, 985, y, {238, 238, 238}, 20);
+  EXPECT_TRUE(balloon_inside) << "the balloon reaches in to x = 990";
+  for (int y = 200; y < 280; ++y) EXPECT_TRUE(shows(shown, 995, y, BLUE, 10)) << "nothing of it past x = 990, y = " << y;
+}
+
 }  // namespace

@@ -122,4 +122,36 @@ TEST_F(FunzioniSugliOggetti, CollidingElementsGoOnOddFramesOnly) {
   EXPECT_EQ(first_active_instance(object_find("puntatore1")), nullptr) << "the markers go with the statement";
 }
 
+// The destroys by area, circle, point and variable, and the exchange for another class.
+TEST_F(FunzioniSugliOggetti, AreasPointsAndVariablesChooseWhatGoes) {
+  struct Case {
+    const char* statement;
+    std::vector<std::string> left;
+  };
+  const Case cases[] = {
+      {"distruggi elementi che si trovano in quest’area rettangolare (ESEMPLARE: \"pesce\", X: 50, Y: 50, BASE: 100, "
+       "ALTEZZA: 100)",
+       {"b", "c"}},
+      {"distruggi elementi che si trovano in quest’area circolare (ESEMPLARE: tutti, X: 300, Y: 300, RAGGIO: 10)",
+       {"a", "c"}},
+      {"distruggi elementi che si trovano in questo punto (X: 600, Y: 100)", {"a", "b"}},
+      {"distruggi elemento quando questa sua variabile locale equivale a (ELEMENTO: \"pesce\", VARIABILE: PUNTI, "
+       "VALORE: 2)",
+       {"a", "c"}},
+  };
+  for (const Case& c : cases) {
+    started(
+        "crea un esemplare (OGGETTO: \"pesce\", NOME: \"a\", X: 100, Y: 100, PUNTI: 1)\n"
+        "crea un esemplare (OGGETTO: \"pesce\", NOME: \"b\", X: 300, Y: 300, PUNTI: 2)\n"
+        "crea un esemplare (OGGETTO: \"sasso\", NOME: \"c\", X: 600, Y: 100, PUNTI: 3)");
+    started(c.statement);
+    frames(1);
+    std::vector<std::string> left;
+    for (const Esemplare* e : running_elements()) left.push_back(e->nome);
+    EXPECT_EQ(left, c.left) << c.statement;
+    started("distruggi tutti gli esemplari di (OGGETTO: tutti)");
+    frames(1);
+  }
+}
+
 }  // namespace
