@@ -264,6 +264,7 @@ constexpr FamilyFunction FUNCTIONS[] = {
     {"distruggi_questi_elementi_quando_collidono_tra_loro", CallShape::Statement,
      distruggi_questi_elementi_quando_collidono_tra_loro},
     {"distruggi_elemento_quando_collide_con", CallShape::Statement, distruggi_elemento_quando_collide_con},
+    {"modifica_elemento_quando_collide_con", CallShape::Statement, modifica_elemento_quando_collide_con},
     {"distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a", CallShape::Statement,
      distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a},
     {"scambia_elemento_quando_questa_sua_variabile_locale_equivale_a", CallShape::Statement,

@@ -34,6 +34,7 @@ void modifica_un_elemento(ProgramInstance& p, int i);
 void ottieni_risultato_controllo_collisione_tra(ProgramInstance& p, int i);
 void distruggi_questi_elementi_quando_collidono_tra_loro(ProgramInstance& p, int i);
 void distruggi_elemento_quando_collide_con(ProgramInstance& p, int i);
+void modifica_elemento_quando_collide_con(ProgramInstance& p, int i);
 void distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramInstance& p, int i);
 void scambia_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramInstance& p, int i);
 void ottieni_distanza_tra_due_elementi(ProgramInstance& p, int i);

@@ -206,6 +206,48 @@ void balloon(ProgramInstance& p, int i, const char* key, bool thought) {
 
 }  // namespace
 
+// The element of the first reference that collides takes the values of the
+// keys written, worked out with its own variables and the parameters' names
+// standing for what the call says of them.
+void modifica_elemento_quando_collide_con(ProgramInstance& p, int i) {
+  constexpr size_t USER_KEYS = 8;
+  static constexpr std::string_view PARAMETERS[] = {"X",           "Y",        "SCALA_ASSE_X", "SCALA_ASSE_Y",
+                                                    "TRASPARENZA", "VELOCITA", "DIREZIONE",    "ROTAZIONE", "Z"};
+  read_arguments(p, i, CallShape::Statement, WITH);
+  if (p.time % 2 == 0) return;
+  std::vector<std::pair<std::string, std::string>> given;
+  size_t users = 0;
+  for (int k = i + 2; k + 1 < p.program.totale_tok && p.token_text(k).starts_with('('); k += 3) {
+    std::string label(p.token_text(k));
+    std::erase(label, '(');
+    std::erase(label, ':');
+    if (label == "ELEMENTO" || label == "ELEMENTO_COINVOLTO") continue;
+    const bool parameter = std::find(std::begin(PARAMETERS), std::end(PARAMETERS), label) != std::end(PARAMETERS);
+    if (!parameter && users++ >= USER_KEYS) continue;
+    given.emplace_back(label, std::string(p.token_text(k + 1)));
+  }
+  const Markers made = markers(element_reference(p, slot_source(p, FIRST)), element_reference(p, slot_source(p, SECOND)));
+  const std::vector<Esemplare*> changed = met(made.first, "puntatore2");
+  remove_markers(made);
+  for (Esemplare* e : changed) {
+    ProgramInstance& table = e->program();
+    for (const auto& [label, written] : given) {
+      std::string text = written;
+      for (int k = 0; k < table.vari_size; ++k) {
+        const std::string_view name = table.vari[static_cast<size_t>(k)].string_view();
+        if (!name.empty()) text_edit::replace_all(text, name, value_to_text(table.val[static_cast<size_t>(k)]));
+      }
+      for (const auto& [other, other_text] : given) text_edit::replace_all(text, other, other_text);
+      const std::string worked = calculate_string(p, text);
+      if (label == "Z") e->depth = static_cast<float>(string_is_real(worked));
+      else table.write_attribute(label, worked);
+      for (int k = 1; k < table.vari_size; ++k) {
+        if (table.vari[static_cast<size_t>(k)].string_view() == label) table.val[static_cast<size_t>(k)] = RValue::text(worked);
+      }
+    }
+  }
+}
+
 void ottieni_risultato_controllo_collisione_tra(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Value, PAIR);
   const ElementReference second = element_reference(p, slot_source(p, SECOND));

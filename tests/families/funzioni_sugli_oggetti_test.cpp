@@ -78,11 +78,17 @@ TEST_F(FunzioniSugliOggetti, ChecksGiveMinusFourWithoutAMatchAndElementsMoveAndG
       "crea un esemplare (OGGETTO: \"pesce\", NOME: \"f1\", X: 100, Y: 100)\n"
       "crea un esemplare (OGGETTO: \"pesce\", NOME: \"f2\", X: 1200, Y: -5)\n"
       "dentro = ottieni risultato controllo se il mouse è entrato in questo elemento (ELEMENTO: \"pesce\")\n"
+      "vicino = ottieni nome dell'esemplare più vicino a (X: 0, Y: 0, OGGETTO: \"pesce\")\n"
+      "lontano = ottieni nome dell'esemplare più lontano da (X: 0, Y: 0, OGGETTO: \"pesce\")\n"
+      "nessuno = ottieni nome dell'esemplare più vicino a (X: 0, Y: 0, OGGETTO: \"sasso\")\n"
       "esiste = ottieni risultato controllo se esistono esemplari di (ELEMENTO: \"f1\")\n"
       "muovi un elemento verso un punto (ELEMENTO: \"f1\", X: 200, Y: 130, VELOCITA: 10)\n"
       "muovi un elemento verso un punto (ELEMENTO: \"f1\", X: 0, Y: 0, VELOCITA: 0)\n"
       "trasporta elemento al lato opposto quando esce dalla finestra (ELEMENTO: \"f2\")");
   EXPECT_EQ(stored(p, "dentro"), "-4");
+  EXPECT_EQ(stored(p, "vicino"), std::to_string(named("f1")->id)) << "the nearest gives its id";
+  EXPECT_EQ(stored(p, "lontano"), "f2") << "the farthest gives its name";
+  EXPECT_EQ(stored(p, "nessuno"), "-4");
   EXPECT_EQ(stored(p, "esiste"), "1");
   EXPECT_EQ(named("f1")->x, 110) << "one step on each axis";
   EXPECT_EQ(named("f1")->y, 110);
@@ -120,6 +126,18 @@ TEST_F(FunzioniSugliOggetti, CollidingElementsGoOnOddFramesOnly) {
   ASSERT_EQ(running_elements().size(), 1u);
   EXPECT_EQ(running_elements()[0]->nome, "c");
   EXPECT_EQ(first_active_instance(object_find("puntatore1")), nullptr) << "the markers go with the statement";
+
+  started("crea un esemplare (OGGETTO: \"blocco\", NOME: \"d\", X: 410, Y: 100)");
+  for (Esemplare* e : running_elements()) e->sprite_index = static_cast<int32_t>(string_is_real(e->immagine));
+  // A name that ends in "con" takes no arrow of its own: the palette writes it.
+  ProgramInstance& change = runnable(
+      "INIZIA\nmodifica elemento quando collide con --> (ELEMENTO: \"c\", ELEMENTO_COINVOLTO: \"d\", X: 700, Y: X + 5)\n"
+      "CICLO CONTINUO\n");
+  change.time = 5;
+  run_inizia(change);
+  EXPECT_EQ(named("c")->x, 700) << "the first of the two that collide changes";
+  EXPECT_EQ(named("c")->y, 705) << "Y written as an expression of the X given";
+  EXPECT_EQ(named("d")->x, 410);
 }
 
 // The destroys by area, circle, point and variable, and the exchange for another class.
