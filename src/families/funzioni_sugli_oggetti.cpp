@@ -18,6 +18,7 @@
 #include "language/evaluation/program_instance.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Object/Objects.h"
+#include "runtime/Room/Collision.h"
 #include "runtime/Room/Room.h"
 
 namespace {
@@ -34,9 +35,11 @@ std::string unquoted(std::string text) {
 ElementReference reference_in(ProgramInstance& p, int slot) { return element_reference(p, slot_source(p, slot)); }
 
 constexpr int FIRST = 1, SECOND = 2;
-constexpr ArgumentKey ELEMENTO[] = {{"(ELEMENTO:", FIRST}};
-constexpr ArgumentKey ESEMPLARE[] = {{"(ESEMPLARE:", FIRST}};
-constexpr ArgumentKey OGGETTO[] = {{"(OGGETTO:", FIRST}};
+// A key not given names nothing.
+constexpr std::string_view NOTHING = "***";
+constexpr ArgumentKey ELEMENTO[] = {{"(ELEMENTO:", FIRST, NOTHING}};
+constexpr ArgumentKey ESEMPLARE[] = {{"(ESEMPLARE:", FIRST, NOTHING}};
+constexpr ArgumentKey OGGETTO[] = {{"(OGGETTO:", FIRST, NOTHING}};
 
 // [SECTION] Checks
 
@@ -147,11 +150,8 @@ constexpr ArgumentKey POINT[] = {{"(X:", PX, "0"}, {"(Y:", PY, "0"}};
 
 void ottieni_risultato_controllo_se_ci_sono_elementi_in_questo_punto(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Value, POINT);
-  const double x = slot_number(p, PX), y = slot_number(p, PY);
-  bool found = false;
-  for (const Esemplare* e : running_elements()) {
-    found = found || (x >= e->bbox_left && x <= e->bbox_right && y >= e->bbox_top && y <= e->bbox_bottom);
-  }
+  const bool found = position_meeting(static_cast<float>(slot_number(p, PX)), static_cast<float>(slot_number(p, PY)),
+                                      object_find("esemplare"));
   give_number(p, i, found ? 1 : 0, NumberForm::Short);
 }
 
@@ -240,7 +240,7 @@ void distruggi_elementi_che_si_trovano_in_quest_area_circolare(ProgramInstance& 
   read_arguments(p, i, CallShape::Statement, CIRCLE);
   const double x = slot_number(p, AX), y = slot_number(p, AY), r = slot_number(p, AW);
   std::vector<Esemplare*> inside;
-  for (Esemplare* e : elements_of_class(reference_in(p, FIRST), true)) {
+  for (Esemplare* e : named_elements(reference_in(p, FIRST), true)) {
     if (std::hypot(e->x - x, e->y - y) <= r) inside.push_back(e);
   }
   destroy_all(inside);

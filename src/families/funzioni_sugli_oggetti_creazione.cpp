@@ -9,6 +9,7 @@
 // an expression of Y.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "families/funzioni_di_disegno_condivise.h"
@@ -137,24 +138,36 @@ Oggetto* class_named(const std::string& name) {
 // The sixteen parameters that have a name inside expressions, worked out
 // together: the running program's variables stand for their values, and
 // each parameter's name for what that parameter says.
+// The parameters' names, the longest first, so that "X" never eats into "SCALA_ASSE_X".
+std::vector<size_t> names_longest_first() {
+  std::vector<size_t> order;
+  for (size_t s = 0; s < SLOTS; ++s) {
+    if (!SPECS[s].expression_name.empty()) order.push_back(s);
+  }
+  std::stable_sort(order.begin(), order.end(), [](size_t a, size_t b) {
+    return SPECS[a].expression_name.size() > SPECS[b].expression_name.size();
+  });
+  return order;
+}
+
 std::array<double, SLOTS> worked_out(ProgramInstance& p, const Call& call) {
+  static const std::vector<size_t> order = names_longest_first();
   std::array<double, SLOTS> result{};
   for (size_t s = 0; s < SLOTS; ++s) {
     if (SPECS[s].expression_name.empty()) continue;
     std::string text = call.slots[s];
     for (int k = 0; k < p.vari_size; ++k) {
       const std::string_view name = p.vari[static_cast<size_t>(k)].string_view();
-      if (!name.empty()) text_edit::replace_all(text, name, value_to_text(p.val[static_cast<size_t>(k)]));
+      if (!name.empty() && name != "*/") text_edit::replace_all(text, name, value_to_text(p.val[static_cast<size_t>(k)]));
     }
-    for (size_t other = 0; other < SLOTS; ++other) {
-      if (!SPECS[other].expression_name.empty()) {
-        text_edit::replace_all(text, SPECS[other].expression_name, call.slots[other]);
-      }
-    }
+    for (size_t other : order) text_edit::replace_all(text, SPECS[other].expression_name, call.slots[other]);
     result[s] = string_is_real(calculate_string(p, text));
   }
   return result;
 }
+
+// A colour or a sprite's number that an int can hold.
+int32_t whole_number(double x) { return std::isfinite(x) ? static_cast<int32_t>(std::clamp(x, -2e9, 2e9)) : 0; }
 
 }  // namespace
 
@@ -190,6 +203,9 @@ void crea_un_esemplare(ProgramInstance& p, int i) {
   e->ogg = e->classe = call.class_name;
   e->nome = without_quotes(call.slots[NOME]);
   e->immagine = picture;
+  if (!picture.empty()) e->sprite_index = whole_number(string_is_real(picture));
+  // The program makes its elements as their own selves; an element makes them from its own table.
+  ProgramInstance& self = p.esemplare ? p : e->program();
 
   // The table: the class's variables, then the call's own, which blank a class entry of the same name.
   ProgramInstance& table = e->program();
@@ -198,9 +214,9 @@ void crea_un_esemplare(ProgramInstance& p, int i) {
     const bool overridden = std::any_of(call.user.begin(), call.user.end(), [&](const auto& u) { return u.first == name; });
     table.append_variable(overridden ? "*/" : name, RValue::text(overridden ? "*/" : value));
   }
-  for (const auto& [name, value] : call.user) table.append_variable(name, RValue::text(calculate_string(p, value)));
+  for (const auto& [name, value] : call.user) table.append_variable(name, RValue::text(calculate_string(self, value)));
 
-  const std::array<double, SLOTS> n = worked_out(p, call);
+  const std::array<double, SLOTS> n = worked_out(self, call);
   e->x = static_cast<float>(n[X]);
   e->y = static_cast<float>(n[Y]);
   e->image_xscale = static_cast<float>(n[SCALA_ASSE_X]);
@@ -212,7 +228,7 @@ void crea_un_esemplare(ProgramInstance& p, int i) {
   e->depth = static_cast<float>(n[Z]);
   e->image_speed = static_cast<float>(n[VELOCITA_ANIMAZIONE]);
   e->image_index = static_cast<float>(n[FOTOGRAMMA]);
-  e->image_blend = static_cast<int32_t>(string_is_real(calculate_string(p, call.slots[COLORE])));
+  e->image_blend = whole_number(string_is_real(calculate_string(self, call.slots[COLORE])));
   const auto text_of = [&](size_t s) { return value_to_text(RValue::number(n[s])); };
   e->xx = text_of(X);
   e->yy = text_of(Y);

@@ -87,8 +87,10 @@ void remove_markers(const Markers& made) {
   for (CInstance* m : made.second) instance_destroy(*m);
 }
 
-constexpr ArgumentKey PAIR[] = {{"(ELEMENTO_1:", FIRST}, {"(ELEMENTO_2:", SECOND}};
-constexpr ArgumentKey WITH[] = {{"(ELEMENTO:", FIRST}, {"(ELEMENTO_COINVOLTO:", SECOND}};
+// A key not given names nothing, and matches no value.
+constexpr std::string_view NOTHING = "***";
+constexpr ArgumentKey PAIR[] = {{"(ELEMENTO_1:", FIRST, NOTHING}, {"(ELEMENTO_2:", SECOND, NOTHING}};
+constexpr ArgumentKey WITH[] = {{"(ELEMENTO:", FIRST, NOTHING}, {"(ELEMENTO_COINVOLTO:", SECOND, NOTHING}};
 
 // Destroys the elements that collide: those of the first reference, and of the second too when `both`.
 void destroy_colliding(ProgramInstance& p, int i, std::span<const ArgumentKey> keys, bool both) {
@@ -113,8 +115,10 @@ void destroy_colliding(ProgramInstance& p, int i, std::span<const ArgumentKey> k
 // [SECTION] An element's variable
 
 constexpr int VARIABLE = 2, VALUE = 3, CLASS = 4;
-constexpr ArgumentKey VARIABLE_KEYS[] = {
-    {"(ELEMENTO:", FIRST}, {"(VARIABILE:", VARIABLE}, {"(VALORE:", VALUE}, {"(OGGETTO:", CLASS}};
+constexpr ArgumentKey VARIABLE_KEYS[] = {{"(ELEMENTO:", FIRST, NOTHING},
+                                         {"(VARIABILE:", VARIABLE, NOTHING},
+                                         {"(VALORE:", VALUE, NOTHING},
+                                         {"(OGGETTO:", CLASS, NOTHING}};
 
 // The element's text for VARIABILE: a field for the attributes, seconds for the timers, else its variable.
 std::string variable_of(Esemplare& e, const std::string& name) {
@@ -211,8 +215,9 @@ void balloon(ProgramInstance& p, int i, const char* key, bool thought) {
 // standing for what the call says of them.
 void modifica_elemento_quando_collide_con(ProgramInstance& p, int i) {
   constexpr size_t USER_KEYS = 8;
-  static constexpr std::string_view PARAMETERS[] = {"X",           "Y",        "SCALA_ASSE_X", "SCALA_ASSE_Y",
-                                                    "TRASPARENZA", "VELOCITA", "DIREZIONE",    "ROTAZIONE", "Z"};
+  static constexpr std::string_view PARAMETERS[] = {"X",         "Y",        "SCALA_ASSE_X", "SCALA_ASSE_Y", "IMMAGINE",
+                                                    "TRASPARENZA", "COLORE", "VELOCITA",     "DIREZIONE",    "ROTAZIONE",
+                                                    "Z"};
   read_arguments(p, i, CallShape::Statement, WITH);
   if (p.time % 2 == 0) return;
   std::vector<std::pair<std::string, std::string>> given;
@@ -240,6 +245,7 @@ void modifica_elemento_quando_collide_con(ProgramInstance& p, int i) {
       for (const auto& [other, other_text] : given) text_edit::replace_all(text, other, other_text);
       const std::string worked = calculate_string(p, text);
       if (label == "Z") e->depth = static_cast<float>(string_is_real(worked));
+      else if (label == "IMMAGINE") e->immagine = worked;
       else table.write_attribute(label, worked);
       for (int k = 1; k < table.vari_size; ++k) {
         if (table.vari[static_cast<size_t>(k)].string_view() == label) table.val[static_cast<size_t>(k)] = RValue::text(worked);
@@ -298,6 +304,14 @@ void scambia_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramInsta
     set(model->dir, [&](double v) { made->set_direction(static_cast<float>(v)); });
     set(model->angle, [&](double v) { made->image_angle = static_cast<float>(v); });
     set(model->z, [&](double v) { made->depth = static_cast<float>(v); });
+    set(model->blend, [&](double v) { made->image_blend = static_cast<int32_t>(std::clamp(v, 0.0, 16777215.0)); });
+    set(model->img_speed, [&](double v) { made->image_speed = static_cast<float>(v); });
+    set(model->img_index, [&](double v) { made->image_index = static_cast<float>(v); });
+    for (auto [from, to] : {std::pair{&model->timer_1, &made->timer_1}, {&model->timer_2, &made->timer_2},
+                            {&model->timer_3, &made->timer_3}, {&model->timer_4, &made->timer_4},
+                            {&model->durata, &made->durata}, {&model->nome, &made->nome}}) {
+      if (*from != "*") *to = *from;
+    }
     if (model->spr_index != "*") made->immagine = model->spr_index;
     ProgramInstance& table = made->program();
     table.append_variable("", RValue::text(""));

@@ -4,10 +4,6 @@
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Room.h"
 
-// A class shows only a picture given to it; without one it is a template and nothing more.
-void Oggetto::draw() {
-  if (!immagine.empty()) draw_with_picture(*this, immagine);
-}
 void Oggetto::pressed() { stato = "2"; }
 void Oggetto::held() {
   if (++ctime > 1) stato = "1";
@@ -20,8 +16,8 @@ void define_element_objects(int32_t (*element_picture)()) {
   set_element_picture(element_picture);
   define_esemplare();
   constexpr int PRESSED_LEFT = 4, HELD_LEFT = 0, RELEASED_LEFT_ANYWHERE = 56;
+  // A class is a template: it has a place in the room but shows nothing.
   ObjectDefinition<Oggetto>("oggetto")
-      .on(ev::DRAW, ev::DRAW_NORMAL, &Oggetto::draw)
       .on(ev::MOUSE, PRESSED_LEFT, &Oggetto::pressed)
       .on(ev::MOUSE, HELD_LEFT, &Oggetto::held)
       .on(ev::MOUSE, RELEASED_LEFT_ANYWHERE, &Oggetto::released);

@@ -15,7 +15,6 @@ class Oggetto : public CInstance {
  public:
   using CInstance::CInstance;
 
-  void draw();
   void pressed();
   void held();
   void released();
@@ -28,7 +27,6 @@ class Oggetto : public CInstance {
   std::vector<std::pair<std::string, std::string>> variables;
   std::string stato = "0";  // "2" just pressed, "1" held, "0" free
   int ctime = 0;            // frames held
-  std::string immagine;
 };
 
 class ClasseTasto : public CInstance {

@@ -1,5 +1,6 @@
 #include "language/elements/esemplare.h"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <vector>
@@ -254,7 +255,11 @@ bool elements_near_each_other() {
   starts_then = g_starts;
   near = false;
   std::unordered_map<uint64_t, std::vector<const CInstance*>> cells;
-  const auto cell_of = [](double coordinate) { return static_cast<int64_t>(std::floor(coordinate / NEAR_ANOTHER)); };
+  // Coordinates far outside any window share the outermost cells.
+  const auto cell_of = [](double coordinate) {
+    return std::isfinite(coordinate) ? static_cast<int64_t>(std::floor(std::clamp(coordinate, -1e12, 1e12) / NEAR_ANOTHER))
+                                     : 0;
+  };
   const auto key = [](int64_t cx, int64_t cy) { return (static_cast<uint64_t>(cx) << 32) ^ static_cast<uint32_t>(cy); };
   for (const CInstance* e : object_get(g_object)->instances) {
     if (e->active()) cells[key(cell_of(e->x), cell_of(e->y))].push_back(e);
