@@ -3,6 +3,8 @@
 // name and id, the checks that give -4, moving and destroying.
 #include "families/funzioni_sugli_oggetti.h"
 
+#include <cmath>
+
 #include "language/elements/element_templates.h"
 #include "language/elements/esemplare.h"
 #include "language/evaluation/numeric_expression.h"
@@ -138,6 +140,29 @@ TEST_F(FunzioniSugliOggetti, CollidingElementsGoOnOddFramesOnly) {
   EXPECT_EQ(named("c")->x, 700) << "the first of the two that collide changes";
   EXPECT_EQ(named("c")->y, 705) << "Y written as an expression of the X given";
   EXPECT_EQ(named("d")->x, 410);
+
+  // c stands at (700, 705), d at (410, 100): their squares are 270 pixels apart across and 585 down.
+  // The exchange has no phrase of the keyword table: it is written with its underscores.
+  ProgramInstance& look = started(
+      "distanza = ottieni distanza tra due elementi (ELEMENTO_1: \"c\", ELEMENTO_2: \"d\")\n"
+      "su_d = ottieni risultato controllo se ci sono elementi in questo punto (X: 415, Y: 105)\n"
+      "nel_vuoto = ottieni risultato controllo se ci sono elementi in questo punto\n"
+      "crea un oggetto (NOME: \"sasso\", SCALA_ASSE_X: 3, PUNTI: 9)\n"
+      "scambia_elemento_quando_questa_sua_variabile_locale_equivale_a (ELEMENTO: \"d\", VARIABILE: X, VALORE: 410, "
+      "OGGETTO: \"sasso\")");
+  EXPECT_NEAR(string_is_real(stored(look, "distanza")), std::hypot(700 - 430, 705 - 120), 2);
+  EXPECT_EQ(stored(look, "su_d"), "1");
+  EXPECT_EQ(stored(look, "nel_vuoto"), "0");
+  EXPECT_EQ(named("d"), nullptr) << "d gave way";
+  bool sasso = false;
+  for (Esemplare* e : running_elements()) {
+    if (e->ogg != "sasso") continue;
+    sasso = true;
+    EXPECT_EQ(e->x, 410) << "at d's place";
+    EXPECT_EQ(e->image_xscale, 3) << "with the class's fields";
+    EXPECT_EQ(stored(e->program(), "PUNTI"), "9");
+  }
+  EXPECT_TRUE(sasso);
 }
 
 // The destroys by area, circle, point and variable, and the exchange for another class.
