@@ -120,7 +120,12 @@ void drawing_run_start(ProgramInstance& p) {
 
 void keep_stamps_surface(ProgramInstance& p) {
   DrawingMemory& memory = drawing_memory(p);
-  if (!surface_exists(memory.timbri)) memory.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+  if (surface_exists(memory.timbri)) return;
+  // A new surface may hold what an old one left: the stamps start from nothing.
+  memory.timbri = surface_create(p.larghezza_finestra, p.altezza_finestra);
+  if (!surface_set_target(memory.timbri)) return;
+  draw_clear_alpha(0, 0);
+  surface_reset_target();
 }
 
 void keep_grid_picture(ProgramInstance& p) {

@@ -63,4 +63,16 @@ TEST_F(ExampleGames, ABalloonNearTheRightEdgeStaysInsideTheWindow) {
   for (int y = 200; y < 280; ++y) EXPECT_TRUE(shows(shown, 995, y, BLUE, 10)) << "nothing of it past x = 990, y = " << y;
 }
 
+TEST_F(ExampleGames, AStampStaysWhenItsElementGoesUntilTheStampsAreCleared) {
+  const std::string program =
+      "INIZIA\ncolore_sfondo = 16711680\ncrea un esemplare (OGGETTO: \"p\", NOME: \"a\", X: 300, Y: 300)\nt = 0\n"
+      "CICLO CONTINUO\naumenta t di 1\nse t = 3 allora\n  timbra con questo elemento (ELEMENTO: \"a\")\n"
+      "  distruggi un esemplare (ESEMPLARE: a)\n}\n";
+  constexpr Rgb ORANGE{240, 138, 36};
+  ASSERT_EQ(run(program, "--frames 10 --screenshot schermo.png").status, 0);
+  EXPECT_TRUE(shows(picture(), 300, 300, ORANGE, 50)) << "the stamp of the ball that went";
+  ASSERT_EQ(run(program + "se t = 6 allora\n  cancella timbri\n}\n", "--frames 10 --screenshot schermo.png").status, 0);
+  EXPECT_TRUE(shows(picture(), 300, 300, BLUE, 10)) << "cleared";
+}
+
 }  // namespace
