@@ -8,6 +8,7 @@
 // mouse and the window give 1 on a match and -4 without one.
 #include "families/funzioni_sugli_oggetti.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -311,6 +312,24 @@ constexpr FamilyFunction FUNCTIONS[] = {
 };
 
 }  // namespace
+
+LabelledKeys labelled_keys(ProgramInstance& p, int i, std::span<const std::string_view> known,
+                           std::span<const std::string_view> skipped) {
+  constexpr size_t USER_KEYS = 8;
+  LabelledKeys labelled;
+  size_t users = 0;
+  for (int k = i + 2; k + 1 < p.program.totale_tok && p.token_text(k).starts_with('('); k += 3) {
+    std::string label(p.token_text(k));
+    std::erase(label, '(');
+    std::erase(label, ':');
+    const auto has = [&label](std::span<const std::string_view> words) {
+      return std::find(words.begin(), words.end(), label) != words.end();
+    };
+    if (has(skipped) || (!has(known) && users++ >= USER_KEYS)) continue;
+    labelled.emplace_back(std::move(label), std::string(p.token_text(k + 1)));
+  }
+  return labelled;
+}
 
 ElementReference element_reference(ProgramInstance& p, const std::string& source) {
   return {unquoted(source), string_is_real(calculate_string(p, source))};

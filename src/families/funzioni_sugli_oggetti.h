@@ -2,7 +2,10 @@
 // units: the elements of the run, and which of them a reference names.
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 class Esemplare;
@@ -24,6 +27,13 @@ bool names_element(const Esemplare& e, const ElementReference& ref);
 std::vector<Esemplare*> named_elements(const ElementReference& ref, bool everyone = false);
 // The elements of the class `ref` only; every element for "tutti" when `everyone` is allowed.
 std::vector<Esemplare*> elements_of_class(const ElementReference& ref, bool everyone = false);
+
+// The keys of the statement at `i` as labels (the key without "(" and ":")
+// with their values as written, leaving out the labels of `skipped`; of the
+// labels that aren't `known`, only the first eight: the user's own keys.
+using LabelledKeys = std::vector<std::pair<std::string, std::string>>;
+LabelledKeys labelled_keys(ProgramInstance& p, int i, std::span<const std::string_view> known,
+                           std::span<const std::string_view> skipped);
 
 // The creation and change of classes and elements (funzioni_sugli_oggetti_creazione.cpp).
 void crea_un_oggetto(ProgramInstance& p, int i);

@@ -248,27 +248,22 @@ void crea_un_esemplare(ProgramInstance& p, int i) {
   e->set(instance_flag::BBOX_DIRTY, true);
 }
 
-// The keys of the call with their labels (the key without "(" and ":"); up
-// to eight keys of the user's own beside the table's.
+// The keys of the table's own, as labels.
+constexpr std::string_view TABLE_LABELS[] = {"X",          "Y",           "SCALA_ASSE_X", "SCALA_ASSE_Y",
+                                             "IMMAGINE",   "TRASPARENZA", "COLORE",       "VELOCITA",
+                                             "DIREZIONE",  "ROTAZIONE",   "Z",            "TIMER_1",
+                                             "TIMER_2",    "TIMER_3",     "TIMER_4",      "DURATA",
+                                             "VELOCITA_ANIMAZIONE", "FOTOGRAMMA"};
+
 void modifica_un_elemento(ProgramInstance& p, int i) {
-  constexpr size_t USER_KEYS = 8;
+  static constexpr std::string_view TARGET[] = {"NOME"};
+  LabelledKeys labelled = labelled_keys(p, i, TABLE_LABELS, TARGET);
+  for (auto& [label, value] : labelled) {
+    if (label == "IMMAGINE" && value.starts_with('"')) value = picture_text(p, value);
+  }
   std::string target;
-  Variables labelled;
-  size_t users = 0;
   for (int k = i + 2; k + 1 < p.program.totale_tok && p.token_text(k).starts_with('('); k += 3) {
-    const std::string_view key = p.token_text(k);
-    std::string value(p.token_text(k + 1));
-    if (key == "(NOME:") {
-      target = value;
-      continue;
-    }
-    const bool of_table = std::any_of(SPECS.begin(), SPECS.end(), [&](const SlotSpec& s) { return s.key == key; });
-    if (!of_table && users++ >= USER_KEYS) continue;
-    if (key == "(IMMAGINE:" && value.starts_with('"')) value = picture_text(p, value);
-    std::string label(key);
-    std::erase(label, '(');
-    std::erase(label, ':');
-    labelled.emplace_back(std::move(label), std::move(value));
+    if (p.token_text(k) == "(NOME:") target = p.token_text(k + 1);
   }
 
   // An element's id names it; anything else names a class.

@@ -214,23 +214,13 @@ void balloon(ProgramInstance& p, int i, const char* key, bool thought) {
 // keys written, worked out with its own variables and the parameters' names
 // standing for what the call says of them.
 void modifica_elemento_quando_collide_con(ProgramInstance& p, int i) {
-  constexpr size_t USER_KEYS = 8;
   static constexpr std::string_view PARAMETERS[] = {"X",         "Y",        "SCALA_ASSE_X", "SCALA_ASSE_Y", "IMMAGINE",
                                                     "TRASPARENZA", "COLORE", "VELOCITA",     "DIREZIONE",    "ROTAZIONE",
                                                     "Z"};
+  static constexpr std::string_view REFERENCES[] = {"ELEMENTO", "ELEMENTO_COINVOLTO"};
   read_arguments(p, i, CallShape::Statement, WITH);
   if (p.time % 2 == 0) return;
-  std::vector<std::pair<std::string, std::string>> given;
-  size_t users = 0;
-  for (int k = i + 2; k + 1 < p.program.totale_tok && p.token_text(k).starts_with('('); k += 3) {
-    std::string label(p.token_text(k));
-    std::erase(label, '(');
-    std::erase(label, ':');
-    if (label == "ELEMENTO" || label == "ELEMENTO_COINVOLTO") continue;
-    const bool parameter = std::find(std::begin(PARAMETERS), std::end(PARAMETERS), label) != std::end(PARAMETERS);
-    if (!parameter && users++ >= USER_KEYS) continue;
-    given.emplace_back(label, std::string(p.token_text(k + 1)));
-  }
+  const LabelledKeys given = labelled_keys(p, i, PARAMETERS, REFERENCES);
   const Markers made = markers(element_reference(p, slot_source(p, FIRST)), element_reference(p, slot_source(p, SECOND)));
   const std::vector<Esemplare*> changed = met(made.first, "puntatore2");
   remove_markers(made);
