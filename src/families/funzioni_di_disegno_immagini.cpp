@@ -29,12 +29,6 @@ namespace {
 
 // [SECTION] Paths and the image memory
 
-std::string without_quotes(std::string_view text) {
-  std::string out(text);
-  std::erase(out, '"');
-  return out;
-}
-
 // Backslashes in a path become "/", and a drive letter that the tokeniser spaced ("C: /") is joined again.
 std::string normalised_separators(std::string_view text) {
   std::string out(text);

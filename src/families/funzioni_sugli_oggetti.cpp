@@ -27,11 +27,6 @@ namespace {
 constexpr std::string_view EVERYONE = "tutti";
 constexpr double NO_MATCH = -4;
 
-std::string unquoted(std::string text) {
-  std::erase(text, '"');
-  return text;
-}
-
 // The reference of argument slot `slot`.
 ElementReference reference_in(ProgramInstance& p, int slot) { return element_reference(p, slot_source(p, slot)); }
 
@@ -332,7 +327,7 @@ LabelledKeys labelled_keys(ProgramInstance& p, int i, std::span<const std::strin
 }
 
 ElementReference element_reference(ProgramInstance& p, const std::string& source) {
-  return {unquoted(source), string_is_real(calculate_string(p, source))};
+  return {without_quotes(source), string_is_real(calculate_string(p, source))};
 }
 
 std::vector<Esemplare*> running_elements() {

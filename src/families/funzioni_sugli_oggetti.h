@@ -9,6 +9,7 @@
 #include <vector>
 
 class Esemplare;
+class Oggetto;
 class ProgramInstance;
 
 // A reference to elements as a program writes it (ELEMENTO, ESEMPLARE,
@@ -34,6 +35,9 @@ std::vector<Esemplare*> elements_of_class(const ElementReference& ref, bool ever
 using LabelledKeys = std::vector<std::pair<std::string, std::string>>;
 LabelledKeys labelled_keys(ProgramInstance& p, int i, std::span<const std::string_view> known,
                            std::span<const std::string_view> skipped);
+
+// The last living class (oggetto) named `name`, or null.
+const Oggetto* class_named(const std::string& name);
 
 // The creation and change of classes and elements (funzioni_sugli_oggetti_creazione.cpp).
 void crea_un_oggetto(ProgramInstance& p, int i);

@@ -73,11 +73,6 @@ struct Call {
   std::string class_name;     // OGGETTO, without its quotes
 };
 
-std::string without_quotes(std::string text) {
-  std::erase(text, '"');
-  return text;
-}
-
 std::string random_name(std::string_view prefix) {
   return std::string(prefix) + value_to_text(RValue::number(rt::random(1000)));
 }
@@ -124,17 +119,6 @@ std::string picture_text(ProgramInstance& p, const std::string& written) {
   return value_to_text(RValue::number(picture_of(p, written)));
 }
 
-Oggetto* class_named(const std::string& name) {
-  const CObject* classes = object_get(object_find("oggetto"));
-  if (!classes) return nullptr;
-  Oggetto* found = nullptr;
-  for (CInstance* c : classes->instances) {
-    auto* o = static_cast<Oggetto*>(c);
-    if (o->active() && o->nome == name) found = o;
-  }
-  return found;
-}
-
 // The sixteen parameters that have a name inside expressions, worked out
 // together: the running program's variables stand for their values, and
 // each parameter's name for what that parameter says.
@@ -170,6 +154,17 @@ std::array<double, SLOTS> worked_out(ProgramInstance& p, const Call& call) {
 int32_t whole_number(double x) { return std::isfinite(x) ? static_cast<int32_t>(std::clamp(x, -2e9, 2e9)) : 0; }
 
 }  // namespace
+
+const Oggetto* class_named(const std::string& name) {
+  const CObject* classes = object_get(object_find("oggetto"));
+  if (!classes) return nullptr;
+  const Oggetto* found = nullptr;
+  for (CInstance* c : classes->instances) {
+    auto* o = static_cast<Oggetto*>(c);
+    if (o->active() && o->nome == name) found = o;
+  }
+  return found;
+}
 
 void crea_un_oggetto(ProgramInstance& p, int i) {
   Call call = defaults("oggetto senza nome ");

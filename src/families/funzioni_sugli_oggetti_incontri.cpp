@@ -272,12 +272,7 @@ void distruggi_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramIns
 void scambia_elemento_quando_questa_sua_variabile_locale_equivale_a(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Statement, VARIABLE_KEYS);
   const std::string class_name = element_reference(p, slot_source(p, CLASS)).written;
-  const Oggetto* model = nullptr;
-  if (const CObject* classes = object_get(object_find("oggetto"))) {
-    for (CInstance* c : classes->instances) {
-      if (c->active() && static_cast<Oggetto*>(c)->nome == class_name) model = static_cast<Oggetto*>(c);
-    }
-  }
+  const Oggetto* model = class_named(class_name);
   for (Esemplare* old : with_value(p)) {
     auto* made = static_cast<Esemplare*>(instance_create(old->x, old->y, object_find("esemplare"), 0));
     instance_destroy(*old);

@@ -22,11 +22,6 @@ namespace {
 
 // [SECTION] Ways of taking a text
 
-// The text of an expression with its quotes taken out.
-std::string unquoted(std::string text) {
-  std::erase(text, '"');
-  return text;
-}
 
 // The text between double quotes, as the functions that give a quoted text
 // build it.
@@ -74,7 +69,7 @@ void ottieni_numero_da_testo(ProgramInstance& p, int i) {
 
 void ottieni_lunghezza_testo(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Value, TESTO_KEY);
-  give_number(p, i, rt::string_length(unquoted(evaluated(p, 1))), NumberForm::Exact);
+  give_number(p, i, rt::string_length(without_quotes(evaluated(p, 1))), NumberForm::Exact);
 }
 
 void ottieni_il_numero_di_parole_specificate_in_un_testo(ProgramInstance& p, int i) {
@@ -84,7 +79,7 @@ void ottieni_il_numero_di_parole_specificate_in_un_testo(ProgramInstance& p, int
   for (int round = 1; round < 3; ++round) {
     if (!fill_once_more(p, text)) break;
   }
-  const std::string word = unquoted(evaluated(p, 2));
+  const std::string word = without_quotes(evaluated(p, 2));
   if (word.empty()) {
     give_number(p, i, 0, NumberForm::Exact);
     return;
@@ -98,7 +93,7 @@ void ottieni_il_numero_di_parole_specificate_in_un_testo(ProgramInstance& p, int
 void ottieni_posizione_parola(ProgramInstance& p, int i) {
   read_arguments(p, i, CallShape::Value, TESTO_E_PAROLA);
   // The text keeps its quotes: its opening quote is position 0.
-  const std::string word = unquoted(calculate_string(p, filled(p, 2)));
+  const std::string word = without_quotes(calculate_string(p, filled(p, 2)));
   give_number(p, i, rt::string_pos(word, filled(p, 1)) - 1, NumberForm::Short);
 }
 
@@ -107,7 +102,7 @@ void ottieni_posizione_parola(ProgramInstance& p, int i) {
 void ottieni_il_simbolo_di_un_testo_a_una_determinata_posizione(ProgramInstance& p, int i) {
   static constexpr ArgumentKey KEYS[] = {{"(TESTO:", 1, "0"}, {"(POSIZIONE:", 2, "0"}};
   read_arguments(p, i, CallShape::Value, KEYS);
-  const RValue symbol = rt::string_char_at(unquoted(evaluated(p, 1)), whole(slot_number(p, 2)));
+  const RValue symbol = rt::string_char_at(without_quotes(evaluated(p, 1)), whole(slot_number(p, 2)));
   give_text(p, i, quoted(symbol.string_view()));
 }
 
@@ -126,8 +121,8 @@ void ottieni_un_pezzo_di_questo_testo(ProgramInstance& p, int i) {
 void ottieni_testo_con_inserito_altro_testo_a_una_determinata_posizione(ProgramInstance& p, int i) {
   static constexpr ArgumentKey KEYS[] = {{"(TESTO:", 1, "0"}, {"(TESTO_INSERITO:", 2, "0"}, POSIZIONE_KEPT};
   read_arguments(p, i, CallShape::Value, KEYS);
-  const std::string text = unquoted(calculate_string(p, filled(p, 1)));
-  const std::string inserted = unquoted(calculate_string(p, filled(p, 2)));
+  const std::string text = without_quotes(calculate_string(p, filled(p, 1)));
+  const std::string inserted = without_quotes(calculate_string(p, filled(p, 2)));
   const RValue result = rt::string_insert(inserted, text, whole(slot_number(p, 3)));
   give_text(p, i, quoted(result.string_view()));
 }
@@ -138,7 +133,7 @@ void ottieni_testo_con_inserito_altro_testo_a_una_determinata_posizione(ProgramI
 // a quoted text stays quoted; the two words lose theirs.
 template <RValue (*REPLACE)(std::string_view, std::string_view, std::string_view)>
 RValue with_word_replaced(ProgramInstance& p) {
-  return REPLACE(filled(p, 1), unquoted(filled(p, 2)), unquoted(filled(p, 3)));
+  return REPLACE(filled(p, 1), without_quotes(filled(p, 2)), without_quotes(filled(p, 3)));
 }
 
 void ottieni_testo_con_parola_sostituita(ProgramInstance& p, int i) {

@@ -85,11 +85,6 @@ void make_table(std::string name) {
 size_t index_of(double n, double limit) { return n >= 1 && n <= limit ? static_cast<size_t>(n) : 0; }
 constexpr double MAX_ROWS = 100000, MAX_COLUMNS = 1000;
 
-std::string without_quotes(std::string text) {
-  std::erase(text, '"');
-  return text;
-}
-
 // The file of PERCORSO: quotes taken out, ".csv" added unless it is there.
 std::string table_file(const std::string& written) {
   std::string path = without_quotes(written);

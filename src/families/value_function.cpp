@@ -55,3 +55,9 @@ std::string slot_name_or_unnamed(const ProgramInstance& p, int slot) {
   std::string name = slot_source(p, slot);
   return name.empty() ? unnamed_default() : name;
 }
+
+std::string without_quotes(std::string_view text) {
+  std::string out(text);
+  std::erase(out, '"');
+  return out;
+}

@@ -50,6 +50,9 @@ int listed_count(const ProgramInstance& p);
 // The numbers of the list slots that the call uses, in slot order.
 std::vector<double> listed_numbers(ProgramInstance& p);
 
+// `text` with every double quote taken out.
+std::string without_quotes(std::string_view text);
+
 // The name a table or a file gets when the call names none: "senza nome "
 // and a random number in the short form.
 std::string unnamed_default();

@@ -38,19 +38,6 @@ int32_t g_picture_index = -1;  // the elements' picture, as the last element mad
 
 std::string number_text(double x) { return value_to_text(RValue::number(x)); }
 
-// The attributes that an element's variables mirror.
-constexpr std::string_view MIRRORED[] = {"X",           "Y",          "TRASPARENZA", "ROTAZIONE",
-                                         "DIREZIONE",   "VELOCITA",   "SCALA_ASSE_X", "SCALA_ASSE_Y",
-                                         "VELOCITA_ANIMAZIONE", "FOTOGRAMMA", "COLORE", "TIMER_1",
-                                         "TIMER_2",     "TIMER_3",    "TIMER_4"};
-
-bool is_mirrored(std::string_view name) {
-  for (std::string_view m : MIRRORED) {
-    if (m == name) return true;
-  }
-  return false;
-}
-
 void set_global(const char* name, double value) {
   variable_set(global_object(), variable_id(name), NO_ARRAY_INDEX, RValue::number(value));
 }
@@ -201,7 +188,8 @@ void Esemplare::copy_attributes_to_variables(bool at_start) {
     mirrors_.clear();
     for (int k = 0; k < p.vari_size; ++k) {
       const std::string_view name = p.vari[static_cast<size_t>(k)].string_view();
-      if (is_mirrored(name)) mirrors_.emplace_back(k, ProgramInstance::attribute_of(name));
+      // Every attribute that a program reads back, the life time apart.
+      if (const int attribute = ProgramInstance::attribute_of(name); attribute >= 0) mirrors_.emplace_back(k, attribute);
     }
     mirrored_size_ = p.vari_size;
   }
