@@ -7,6 +7,7 @@
 #include "environment/editor/run_button.h"
 #include "environment/editor/slide_tabs.h"
 #include "environment/editor/windows_size_ctrl.h"
+#include "environment/palette/palette.h"
 #include "families/families.h"
 #include "families/funzioni_sulle_tabelle.h"
 #include "environment/main_code_ctrl.h"
@@ -33,6 +34,7 @@ void define_environment(Startup startup) {
   const int32_t editor = define_editor_ctrl();
   define_tasto_esegui();
   define_header_buttons();
+  define_palette();
   define_scheda();
   define_pop_up();
   define_windows_size_ctrl();

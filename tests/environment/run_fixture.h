@@ -8,6 +8,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "runtime/Graphics/ImageFile.h"
@@ -32,24 +34,27 @@ struct Rgb {
 };
 inline constexpr Rgb WHITE{255, 255, 255}, BLACK{0, 0, 0}, RED{255, 0, 0}, BLUE{0, 0, 255}, YELLOW{255, 255, 0};
 
+// Runs `velant run` on `program`, written into `folder`, with `options`; the user's data folder is
+// "dati" in it, so the save area is SAVE_AREA there.
+inline RunResult run_velant(const std::filesystem::path& folder_path, const std::string& program, const std::string& options) {
+  std::ofstream(folder_path / "programma.txt", std::ios::binary) << program;
+  // Mesa's driver leaves allocations at exit, which a sanitizer build would report as the run's own.
+  const std::string folder = folder_path.string();
+  const std::string command = "cd '" + folder + "' && XDG_DATA_HOME='" + folder + "/dati' ASAN_OPTIONS=detect_leaks=0 '" +
+                              VELANT_BINARY "' run programma.txt --headless " + options + " 2>/dev/null";
+  RunResult result;
+  FILE* pipe = ::popen(command.c_str(), "r");
+  char buffer[4096];
+  for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) result.out.append(buffer, n);
+  const int status = ::pclose(pipe);
+  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return result;
+}
+
 class RunFixture : public ::testing::Test {
  protected:
   // Runs `velant run` on `program` in the test's folder with `options`.
-  RunResult run(const std::string& program, const std::string& options) {
-    folder_.write("programma.txt", program);
-    // Mesa's driver leaves allocations at exit, which a sanitizer build would report as the run's own.
-    // The user's data folder is the test's own: the save area is SAVE_AREA in it.
-    const std::string folder = folder_.path().string();
-    const std::string command = "cd '" + folder + "' && XDG_DATA_HOME='" + folder + "/dati' ASAN_OPTIONS=detect_leaks=0 '" +
-                                VELANT_BINARY "' run programma.txt --headless " + options + " 2>/dev/null";
-    RunResult result;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    char buffer[4096];
-    for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) result.out.append(buffer, n);
-    const int status = ::pclose(pipe);
-    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-  }
+  RunResult run(const std::string& program, const std::string& options) { return run_velant(folder_.path(), program, options); }
 
   // The picture `file` of the test's folder: by default the one that --screenshot schermo.png saves.
   Image picture(const std::string& file = "schermo.png") const {

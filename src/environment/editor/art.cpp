@@ -17,9 +17,8 @@ std::string art_folder() {
   return std::filesystem::is_directory(installed, failed) ? installed : VELANT_BUILD_ART;
 }
 
-}  // namespace
-
-int32_t art_sprite(const std::string& name) {
+// Loads picture `name` once, cut into `frames` frames side by side.
+int32_t load_art(const std::string& name, int frames, bool centred) {
   static std::unordered_map<std::string, int32_t> loaded;
   // A missing picture is looked for once; a sprite table cleared since (a test) is filled again.
   if (auto found = loaded.find(name); found != loaded.end() && (found->second < 0 || sprite_exists(found->second))) {
@@ -27,10 +26,10 @@ int32_t art_sprite(const std::string& name) {
   }
   const std::string path = art_folder() + name + ".png";
   file_allow(path);
-  const int32_t sprite = sprite_add(path, 1, false, true, 0, 0);
+  const int32_t sprite = sprite_add(path, frames, false, true, 0, 0);
   if (sprite < 0) {
     debug_output("Velant: manca l'immagine " + path + "\n");
-  } else {
+  } else if (centred) {
     CSprite* made = sprite_get(sprite);
     made->xorigin = made->width / 2;
     made->yorigin = made->height / 2;
@@ -38,6 +37,12 @@ int32_t art_sprite(const std::string& name) {
   loaded[name] = sprite;
   return sprite;
 }
+
+}  // namespace
+
+int32_t art_sprite(const std::string& name) { return load_art(name, 1, true); }
+
+int32_t panel_art(const std::string& name, int frames, bool centred) { return load_art(name, frames, centred); }
 
 void draw_art(const std::string& name, double x, double y, double scale, double alpha) {
   const int32_t sprite = art_sprite(name);

@@ -10,6 +10,7 @@
 #include "environment/editor/settings.h"
 #include "environment/editor/slide_tabs.h"
 #include "environment/editor/terse_form.h"
+#include "environment/palette/palette.h"
 #include "environment/rooms.h"
 #include "environment/text_control/edit_menu.h"
 #include "environment/text_control/input_text.h"
@@ -20,6 +21,7 @@
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/TextDrawing.h"
 #include "runtime/Font/TextState.h"
+#include "runtime/Function/DialogFunctions.h"
 #include "runtime/IO/FileNames.h"
 #include "runtime/IO/Input.h"
 #include "runtime/IO/WholeFile.h"
@@ -45,11 +47,6 @@ struct TutorialPart {
 };
 constexpr TutorialPart TUTORIAL_PARTS[] = {
     {"gioco_mov_int_ctrl", 0, 0}, {"tutorial_ctrl", 0, 0}, {"tasto_esci_tutorial", 1185, 23}};
-// The panels of the palette: while one is up the pointer stays an arrow over the text.
-constexpr const char* PALETTE_PANELS[] = {"costrutto_int", "funzioni_int", "funzione_int", "tastiera_simboli",
-                                          "costante_suono_int", "variabile_int", "font_int", "color_icon",
-                                          "piano_key"};
-
 bool exists(const char* object) {
   const CObject* o = object_get(object_find(object));
   return o && !o->instances.empty();
@@ -181,6 +178,19 @@ void EditorCtrl::new_project() {
   box().set_text_from_outside("");
   message_box.clear();
   original_message = sha1_hex("");
+  for (const TutorialPart& part : TUTORIAL_PARTS) destroy_all(part.object);
+}
+
+void EditorCtrl::open_ready_kit(const std::string& path) {
+  std::string kit;
+  if (!file_read_whole(path, kit)) {
+    show_message(RValue::text("Impossibile aprire il kit pronto:\n" + path));
+    return;
+  }
+  load(kit);
+  // Saving must not put the kit over the project that was open.
+  environment_globals().nome_progetto = "";
+  write_setting_text("nome_ultimo_progetto", "");
   for (const TutorialPart& part : TUTORIAL_PARTS) destroy_all(part.object);
 }
 
@@ -375,8 +385,7 @@ int EditorCtrl::pointer_shape() const {
   if (!sel.empty()) return -21;
   if (my < TEXT_TOP || mx > room->width - EDGE || my > room->height - BOTTOM_MARGIN) return 0;
   const EnvironmentGlobals& g = environment_globals();
-  const bool panel = g.special_int_ms == 1 ||
-                     std::any_of(std::begin(PALETTE_PANELS), std::end(PALETTE_PANELS), [](const char* o) { return exists(o); });
+  const bool panel = g.special_int_ms == 1 || palette_panel_shown();
   // The menu's entries set their own arrow.
   if (edit_menu_is_open()) return window_get_cursor();
   return panel || exists("update_ctrl") ? 0 : -4;

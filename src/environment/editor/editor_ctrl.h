@@ -43,6 +43,9 @@ class EditorCtrl : public CInstance, public CodeBoxSlides {
   void blank_slides();
   // An empty project without a name.
   void new_project();
+  // Opens the ready kit at `path` as a new project without a name, out of the tutorial; a kit that
+  // can't be read gets a message and leaves the program as it is.
+  void open_ready_kit(const std::string& path);
   // Whether the slide on show differs from the one last saved, loaded or made.
   bool unsaved() const;
   // The fingerprint of the box's text as it stands, for original_message.

@@ -8,9 +8,12 @@
 #include "environment/editor/environment_globals.h"
 #include "environment/editor/pop_up.h"
 #include "environment/editor/project_screens.h"
+#include "environment/palette/palette.h"
+#include "environment/text_control/input_text.h"
 #include "runtime/Font/TextState.h"
 #include "runtime/Graphics/Colour.h"
 #include "runtime/Graphics/DrawState.h"
+#include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/TextDrawing.h"
 #include "runtime/IO/DesktopOpen.h"
 #include "runtime/IO/FileNames.h"
@@ -87,6 +90,34 @@ class TastoCarica : public HeaderButton {
   }
 };
 
+// A palette icon: its press opens its panel; while a panel is open the code box takes no keys, and the
+// icon of the open panel stands on a light tile, with a pointer under the icons whose panel hangs below.
+class IconaGen : public HeaderButton {
+ public:
+  using HeaderButton::HeaderButton;
+  void press() override { open_palette_panel(static_cast<int>(image_index), x, y); }
+  void draw() {
+    if (environment_globals().ico_select == 1) {
+      if (EditorCtrl* editor = editor_ctrl()) editor->box().enabled = false;
+    }
+    if (select == 1) {
+      draw_state().colour = static_cast<uint32_t>(COLOUR_WHITE);
+      const double alpha = draw_state().alpha;
+      draw_state().alpha = 0.45;
+      draw_roundrect_ext(x - 21, y - 21, x + 21, y + 21, 10, 10, false);
+      draw_state().alpha = alpha;
+      const int panel = static_cast<int>(image_index);
+      if (panel == PANEL_FUNZIONI || panel == PANEL_COLORI || panel == PANEL_TASTIERA) {
+        draw_triangle(x - 6, y + 16, x + 6, y + 16, x, y + 22, false);
+      }
+    }
+    HeaderButton::draw();
+  }
+
+ private:
+  static constexpr int PANEL_FUNZIONI = 1, PANEL_COLORI = 2, PANEL_TASTIERA = 8;
+};
+
 class TastoSalva : public HeaderButton {
  public:
   using HeaderButton::HeaderButton;
@@ -161,6 +192,6 @@ int32_t define_header_buttons() {
   define_button<TastoCarica>("tasto_carica");
   define_button<TastoSalva>("tasto_salva");
   define_button<TastoOpzioni>("tasto_opzioni");
-  define_button<HeaderButton>("icona_gen");
+  define_button<IconaGen>("icona_gen");
   return define_button<FolderInt>("folder_int");
 }

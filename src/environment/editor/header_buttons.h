@@ -1,5 +1,6 @@
 // The buttons of the editor's header strip: run, open, save, new project,
-// the palette icons and the resource folder. Each shows its icon at three
+// the palette icons (icona_gen, which open the palette's panels) and the
+// resource folder. Each shows its icon at three
 // quarters of its size and, while the pointer is over it, its name.
 #pragma once
 
@@ -21,7 +22,8 @@ class HeaderButton : public CInstance {
   // Whether the pointer is within half the icon's size of the button's centre.
   bool hovered() const;
 
-  int entry = 0;  // the button's row in the header's table
+  int entry = 0;   // the button's row in the header's table
+  int select = 0;  // a palette icon whose panel is open
 };
 
 // The header's buttons, in the order of its table; the run button is one of them.

@@ -128,6 +128,7 @@ void PopUp::answer(const std::string& label) {
       write_setting_text("nome_ultimo_progetto", "");
     }
     if (apri) open_project_screen("load_ctrl");
+    if (kit) editor->open_ready_kit(kit_file);
   }
   instance_destroy(*this);
 }
@@ -181,6 +182,10 @@ PopUp& open_pop_up(PopUpKind kind) {
     case PopUpKind::Apri:
       box->text = "Se apri un altro progetto il tuo\r\nlavoro attuale verrà cancellato";
       box->apri = 1;
+      break;
+    case PopUpKind::Kit:
+      box->text = "Se apri un kit pronto il tuo\r\nlavoro attuale verrà cancellato";
+      box->kit = 1;
       break;
     case PopUpKind::EliminaFile: box->elimina_file = 1; break;
     case PopUpKind::RinominaFile: box->rinomina_file = 1; break;

@@ -1,5 +1,5 @@
 // pop_up: the one modal box of the environment. A question (new project,
-// open, close) offers "Salva", "Annulla" and "Elimina"; a notice (the
+// open, close, a ready kit) offers "Salva", "Annulla" and "Elimina"; a notice (the
 // recovery after a crash) offers "Ok"; the open screen asks with it before
 // it deletes a saved project ("Elimina", "Annulla") or renames one
 // ("Rinomina", "Annulla", round the screen's name field). While it stands every button, the
@@ -15,7 +15,7 @@
 
 struct PopUpButton;
 
-enum class PopUpKind { Nuovo, Chiudi, Apri, Recupero, EliminaFile, RinominaFile };
+enum class PopUpKind { Nuovo, Chiudi, Apri, Kit, Recupero, EliminaFile, RinominaFile };
 
 class PopUp : public CInstance {
  public:
@@ -27,7 +27,8 @@ class PopUp : public CInstance {
   void draw_end();
 
   std::string text, text2;
-  int nuovo = 0, chiudi = 0, apri = 0, recupero = 0, elimina_file = 0, rinomina_file = 0;
+  int nuovo = 0, chiudi = 0, apri = 0, kit = 0, recupero = 0, elimina_file = 0, rinomina_file = 0;
+  std::string kit_file;  // the ready kit that "Elimina" opens
   int file_index = -1;  // the open screen's card that the question is about
 
   // The buttons of this kind of box.

@@ -39,17 +39,9 @@ constexpr std::array<EntryLook, 5> ENTRIES = {{{"tasto_taglia", "Taglia", true},
 
 std::array<int32_t, 5> g_objects{-1, -1, -1, -1, -1};
 
-// The box's text with [from, to) replaced by `utf8`, the caret behind it; the box takes it at its next Step.
+// The box's text with [from, to) replaced, the box giving up the keys until the next click in it.
 void replace_in_box(ObjInputText& box, int from, int to, std::string_view utf8) {
-  Chars text = box.text;
-  Chars inserted = chars_of(utf8);
-  std::erase(inserted, U'\r');  // as the box will take it
-  text.erase(text.begin() + (from - 1), text.begin() + (to - 1));
-  text.insert(text.begin() + (from - 1), inserted.begin(), inserted.end());
-  box.set_text_from_outside(utf8_of(text));
-  box.cursor_special = 1;
-  box.cursor_position = from + static_cast<int>(inserted.size());
-  box.selection_start = box.selection_end = 0;
+  box.replace_from_outside(from, to, utf8);
   box.enabled = false;
 }
 

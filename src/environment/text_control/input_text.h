@@ -75,6 +75,9 @@ class ObjInputText : public CInstance {
   std::string text_utf8() const;
   // The text as it will be after the next Step: carriage returns dropped.
   void set_text_from_outside(std::string_view utf8);
+  // The text with positions [from, to) replaced by `utf8` after the next Step, the caret behind it and no
+  // selection: how the edit menu and the palette write into the box.
+  void replace_from_outside(int from, int to, std::string_view utf8);
   // The caret as a position for editing: a negative caret turned back.
   int caret() const { return cursor_position < 0 ? -cursor_position + 1 : cursor_position; }
   bool has_selection() const { return selection_start != 0; }

@@ -34,6 +34,20 @@ bool in_editor_room() { return current_room_index() == ROOM_EDITOR; }
 
 void ObjInputText::set_text_from_outside(std::string_view utf8) { text_change_from_outside = without(chars_of(utf8), '\r'); }
 
+void ObjInputText::replace_from_outside(int from, int to, std::string_view utf8) {
+  // Measured as the box will hold it: without carriage returns.
+  const Chars inserted = without(chars_of(utf8), '\r');
+  Chars changed = text_change_from_outside.value_or(text);
+  from = std::clamp(from, 1, static_cast<int>(changed.size()) + 1);
+  to = std::clamp(to, from, static_cast<int>(changed.size()) + 1);
+  changed.erase(changed.begin() + (from - 1), changed.begin() + (to - 1));
+  changed.insert(changed.begin() + (from - 1), inserted.begin(), inserted.end());
+  text_change_from_outside = std::move(changed);
+  cursor_special = 1;
+  cursor_position = from + static_cast<int>(inserted.size());
+  selection_start = selection_end = 0;
+}
+
 void ObjInputText::update_key_repeat() {
   key_pressed = 0;
   if (any_key_pressed()) {

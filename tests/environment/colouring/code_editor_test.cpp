@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "support/Golden.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -41,32 +43,21 @@ std::string coloured_page(const std::vector<std::string>& page, CodeColouring& c
   return out;
 }
 
-void expect_golden(const std::string& name, const std::string& actual) {
-  const fs::path file = GOLDEN / (name + ".colours");
-  if (std::getenv("VELANT_UPDATE_GOLDEN")) std::ofstream(file, std::ios::binary) << actual;
-  std::ifstream in(file, std::ios::binary);
-  const std::string expected{std::istreambuf_iterator<char>(in), {}};
-  std::vector<std::string> want, got;
-  for (std::istringstream in_want(expected); std::getline(in_want, want.emplace_back());) {}
-  for (std::istringstream in_got(actual); std::getline(in_got, got.emplace_back());) {}
-  want.resize(std::max(want.size(), got.size()));
-  got.resize(want.size());
-  for (size_t row = 0; row < want.size(); ++row) {
-    ASSERT_EQ(got[row], want[row]) << name << ".colours, line " << row + 1 << " (VELANT_UPDATE_GOLDEN=1 rewrites it)";
-  }
+void expect_golden_colours(const std::string& name, const std::string& actual) {
+  expect_golden(GOLDEN / (name + ".colours"), actual);
 }
 
 TEST(CodeEditor, LinesOfEveryKindMatchTheirGoldenColours) {
   CodeColouring c;
   c.user_functions = {"saluta"};
-  expect_golden("lines", coloured_page(lines_of(GOLDEN / "lines.txt"), c));
+  expect_golden_colours("lines", coloured_page(lines_of(GOLDEN / "lines.txt"), c));
 }
 
 TEST(CodeEditor, TheExamplesMatchTheirGoldenColours) {
   for (const auto& entry : fs::directory_iterator(fs::path(VELANT_SOURCE_DIR) / "examples")) {
     if (entry.path().extension() != ".txt") continue;
     CodeColouring c;
-    expect_golden(entry.path().stem().string(), coloured_page(lines_of(entry.path()), c));
+    expect_golden_colours(entry.path().stem().string(), coloured_page(lines_of(entry.path()), c));
   }
 }
 
