@@ -112,7 +112,10 @@ ConditionPlan plan_condition(const ProgramInstance& p, int j, int64_t end) {
 bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   auto [at, made] = program.condition_plans.try_emplace(j);
   ConditionPlan& plan = at->second;
-  if (made) plan = plan_condition(*this, j, end);
+  if (made) {
+    plan = plan_condition(*this, j, end);
+    plan.operands.resize(plan.tokens.size());
+  }
   // The plan holds while the tokens and the brace behind them stand as they did.
   const int brace = j + 1 + static_cast<int>(plan.tokens.size());
   if (!plan.plain || brace >= end || !text_edit::contains(token_text(brace), "{")) return false;
@@ -130,7 +133,8 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
     if (!plan.signs[k].empty()) {
       lettered += plan.signs[k];
     } else {
-      const std::string value = calculate_string(*this, plan.tokens[k]);
+      std::string& value = plan.value;
+      if (!planned_value(plan.operands[k], plan.tokens[k], value)) value = calculate_string(*this, plan.tokens[k]);
       numerals = numerals && is_numeral(value);
       lettered += value;
     }

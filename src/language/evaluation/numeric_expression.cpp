@@ -488,14 +488,6 @@ std::string Evaluation::result(double calc) const {
   return text;
 }
 
-// Whether `text` has none of the characters that cut an expression or open a
-// bracket: it is one piece, whose value is the whole answer.
-bool is_one_piece(std::string_view text) {
-  return std::none_of(text.begin(), text.end(), [](char c) {
-    return is_operator_char(c) || c == '(' || c == ')' || c == '[' || c == ']';
-  });
-}
-
 std::string evaluate(ExpressionContext& ctx, std::string_view text, bool permissive) {
   if (begins_with_quote(text)) return std::string(text);
   // A name of a string variable gives its text; the twin for typed text doesn't look.
@@ -520,6 +512,12 @@ std::string evaluate(ExpressionContext& ctx, std::string_view text, bool permiss
 
 // ---------------------------------------------------------------------------
 // [SECTION] Entry points
+
+bool is_one_piece(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char c) {
+    return is_operator_char(c) || c == '(' || c == ')' || c == '[' || c == ']';
+  });
+}
 
 std::string_view ExpressionPieces::piece(size_t k) const {
   if (k == 0 || k > ends_.size()) return {};

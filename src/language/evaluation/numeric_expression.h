@@ -56,5 +56,8 @@ int calculate_bl(const ExpressionPieces& pieces);
 double string_is_real(std::string_view text);
 // `base` to the `exponent`, modulo `modulus`, by repeated squaring.
 double modular_power(double base, double exponent, double modulus);
+// Whether `text` has none of the characters that cut an expression or open a
+// bracket: it is one piece, whose value is the whole answer.
+bool is_one_piece(std::string_view text);
 // The text of a number between steps: ten decimals, no blanks ("2.5000000000").
 std::string ten_decimal_text(double x);

@@ -73,6 +73,7 @@ ProgramInstance& ProgramInstance::main_table() { return g_main_program ? *g_main
 // answer of a walk from the start, and an assignment reaches them all.
 
 void ProgramInstance::rebuild_index() const {
+  ++names_version_;
   index_.clear();
   for (size_t k = 0; k < vari.size(); ++k) {
     if (vari[k].is(Kind::String)) index_[std::string(vari[k].string_view())].push_back(static_cast<int>(k));
@@ -120,6 +121,7 @@ void ProgramInstance::append_variable(std::string_view name, const RValue& value
     indexed_size_ = vari.size();
   }
   ++vari_size;
+  ++names_version_;
 }
 
 void ProgramInstance::remove_variable(std::string_view name) {

@@ -74,6 +74,23 @@ class ProgramInstance : public ExpressionContext {
   void append_variable(std::string_view name, const RValue& value);
   // Takes every entry named `name` out of the table; vari_size goes down by one for each.
   void remove_variable(std::string_view name);
+  // How many times the table's names (or vari_size) have changed: a position
+  // found for a name holds while this stands.
+  uint64_t names_version() const { return names_version_; }
+  // The positions of `name` below `limit`, as find_variable and
+  // next_variable give them, kept in `cache` while the names stand.
+  const std::vector<int>& slots_of(VariableSlots& cache, std::string_view name, int limit) const;
+
+  // ---------------------------------------------------------------------------
+  // [SECTION] Plans: the shortcuts of the statement walk
+
+  // "aumenta" (sign 1) or "diminuisci" (-1) at `j` on this table by the
+  // position's plan; false when the general way must take it.
+  bool planned_change(int j, double sign);
+  // The assignment at `j` to `name` by the position's plan; false when the general way must take it.
+  bool planned_assignment(std::string_view name, int j);
+  // The value of expression `text` by `plan` into `out`; false when the general way must work it out.
+  bool planned_value(ExpressionPlan& plan, std::string_view text, std::string& out);
 
   // ---------------------------------------------------------------------------
   // [SECTION] Values of names
@@ -192,6 +209,10 @@ class ProgramInstance : public ExpressionContext {
   // Writes the number of `value` to the element attribute assigned as
   // `name` ("X", "TIMER_1", ...); nothing for other names.
   void write_attribute(std::string_view name, const std::string& value);
+  // The index of the element attribute that an assignment to `name` writes, or -1.
+  static int written_attribute(std::string_view name);
+  // Writes `number` to the element attribute of that index.
+  void write_attribute_number(int index, double number);
   // The index of the element attribute `name` ("X", "TIMER_1", ...) that a
   // program reads back, or -1 for other names and for DURATA.
   static int attribute_of(std::string_view name);
@@ -242,6 +263,7 @@ class ProgramInstance : public ExpressionContext {
   mutable std::unordered_map<std::string, std::vector<int>, VariableNameHash, std::equal_to<>>
       index_;
   mutable size_t indexed_size_ = 0;
+  mutable uint64_t names_version_ = 1;
   std::vector<std::pair<const void*, std::unique_ptr<FamilyMemory>>> family_memory_;
 };
 

@@ -112,9 +112,11 @@ void ProgramInstance::var_inizialization(int first) {
 
   // 5. The entries below `first` were there already.
   vari_size += first;
+  ++names_version_;
 }
 
 void ProgramInstance::var_update_direct(std::string_view name, int j) {
+  if (planned_assignment(name, j)) return;
   assign_in_table(*this, name, j);
   assign_reserved(*this, name, j);
   // An object's code can change a program-wide variable and the program's window.
@@ -159,16 +161,22 @@ std::string ProgramInstance::negation_of(std::string_view expression) {
 }
 
 void ProgramInstance::write_attribute(std::string_view name, const std::string& value) {
+  // The field takes the number of the value, which the runtime's `real` reads.
+  if (const int k = written_attribute(name); k >= 0) write_attribute_number(k, text_to_real(value.c_str()));
+}
+
+int ProgramInstance::written_attribute(std::string_view name) {
   for (size_t k = 0; k < std::size(ATTRIBUTES); ++k) {
-    const Attribute& a = ATTRIBUTES[k];
-    if (a.name != name) continue;
-    // The field takes the number of the value, which the runtime's `real` reads.
-    const double number = text_to_real(value.c_str());
-    if (a.field) variable_set(instance, field_id(k), NO_ARRAY_INDEX, RValue::number(number));
-    else if (a.timer == LIFE_TIME) durata = number * FRAMES_PER_SECOND;
-    else timer[a.timer] = number * FRAMES_PER_SECOND;
-    return;
+    if (ATTRIBUTES[k].name == name) return static_cast<int>(k);
   }
+  return -1;
+}
+
+void ProgramInstance::write_attribute_number(int index, double number) {
+  const Attribute& a = ATTRIBUTES[static_cast<size_t>(index)];
+  if (a.field) variable_set(instance, field_id(static_cast<size_t>(index)), NO_ARRAY_INDEX, RValue::number(number));
+  else if (a.timer == LIFE_TIME) durata = number * FRAMES_PER_SECOND;
+  else timer[a.timer] = number * FRAMES_PER_SECOND;
 }
 
 int ProgramInstance::attribute_of(std::string_view name) {

@@ -11,6 +11,49 @@
 
 struct FamilyFunction;
 
+// The positions of one name in a variable table, found once and kept while
+// the table's names stand as they did (`version` is the table's count of
+// changes to its names; 0: not found yet).
+struct VariableSlots {
+  uint64_t version = 0;
+  int limit = -1;
+  std::vector<int> slots;
+};
+
+// How an expression token is worked out, read at its first evaluation: a
+// plain numeral, a lone name, or a chain of whole-number operands joined by
+// "+", "-" and "*". Each shortcut gives the text the rewriting evaluator
+// would; any other token, or a value it can't take, goes the general way.
+struct ExpressionPlan {
+  enum class Shape : uint8_t { Unread, General, Numeral, Name, Chain };
+  struct Operand {
+    std::string name;      // "" for a number written in the expression
+    double number = 0;
+    bool negated = false;  // behind a "-", which the evaluator turns into "+" and the opposite
+    VariableSlots slots;
+  };
+  Shape shape = Shape::Unread;
+  std::string token;          // the token the plan was read from
+  uint64_t main_version = 0;  // the main table's names when the plan was read
+  std::vector<Operand> operands;
+  std::string operators;      // between the operands: "+" (a "-" among them) or "*"
+  bool sums = false;          // any "+" or "-": the answer is a sum, without trailing zeros
+};
+
+// A statement at one position, read at its first run: "aumenta" and
+// "diminuisci" with their amount, or an assignment with its expression; the
+// name's slots and its element attribute resolved once.
+struct StatementPlan {
+  enum class Shape : uint8_t { Unread, General, Change, Assignment };
+  Shape shape = Shape::Unread;
+  std::string name_token, value_token;  // the tokens the plan was read from
+  int attribute = -1;                   // the element attribute the name writes through, or -1
+  bool fixed_amount = false;       // "aumenta": the amount is a numeral, worked out once
+  double amount = 0;
+  VariableSlots slots;
+  ExpressionPlan value;            // an assignment's expression
+};
+
 // A condition as its tokens stood when it was first worked out, for the
 // conditions that are a chain of plain comparisons ("n >= 700 e n < 1400"):
 // operands, each worked out on its own, alternating with comparison signs
@@ -19,10 +62,12 @@ struct ConditionPlan {
   bool plain = false;
   std::vector<std::string> tokens;  // the tokens after "se" up to the brace
   std::vector<std::string> signs;   // each sign's letter in the formula; empty for an operand
+  std::vector<ExpressionPlan> operands;  // the plan of each operand, by the token's index
   // Scratch of each reading, kept with its capacity: the formula with the
   // signs in their letters, and where each token's part of it ends.
   std::string lettered;
   std::vector<uint32_t> ends;
+  std::string value;  // an operand's value
 };
 
 struct TokenProgram {
@@ -58,4 +103,6 @@ struct TokenProgram {
   std::vector<uint32_t> candidates_from;
   // The plans of the conditions met so far, by the position of their "se".
   std::unordered_map<int, ConditionPlan> condition_plans;
+  // The plans of the statements met so far, by position; made ready by mem_function.
+  std::vector<StatementPlan> statement_plans;
 };

@@ -12,6 +12,7 @@
 
 #include "language/tokenizer/marks.h"
 #include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/plans.h"
 #include "language/evaluation/program_instance.h"
 #include "language/walk/statement_walk.h"
 #include "language/tokenizer/text_edit.h"
@@ -73,23 +74,6 @@ bool starts_statement(std::string_view token, std::string_view next, std::span<c
          external.end();
 }
 
-// The number that "aumenta" and "diminuisci" store: ten decimals, then the
-// zeros at the end and a point left alone taken off.
-std::string increased_text(double x) {
-  // A whole number has only zeros to take off: its digits are the answer.
-  if (x == std::trunc(x) && std::fabs(x) < 1e15 && !(x == 0 && std::signbit(x))) {
-    char digits[24];
-    const auto written = std::to_chars(digits, digits + sizeof digits, static_cast<int64_t>(x));
-    return std::string(digits, static_cast<size_t>(written.ptr - digits));
-  }
-  std::string text = ten_decimal_text(x);
-  if (text.find('.') != std::string::npos) {
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.')) text.pop_back();
-  }
-  return text;
-}
-
 }  // namespace
 
 void install_families(std::span<const Family* const> families) {
@@ -119,6 +103,7 @@ void ProgramInstance::mem_function(int from, int to) {
   program.tok_ok.assign(static_cast<size_t>(std::max(program.totale_tok, 0)), 0);
   program.candidates.clear();
   program.condition_plans.clear();
+  program.statement_plans.assign(program.tok_ok.size(), {});
   program.candidates_from.assign(program.tok_ok.size() + 1, 0);
 
   const FunctionIndex& index = function_index();
@@ -157,7 +142,7 @@ void ProgramInstance::execute_function_ext(int from, int to) {
 
     if (tkk == "aumenta" || tkk == "diminuisci") {
       const double sign = tkk == "aumenta" ? 1 : -1;
-      change_variable(*this, vlen, j, sign, true);
+      if (!planned_change(j, sign)) change_variable(*this, vlen, j, sign, true);
       // An object's code changes the program-wide variable too.
       if (ProgramInstance* main = main_program(); esemplare && main && main != this) {
         change_variable(*main, main->vlen, j, sign, false);
@@ -173,9 +158,10 @@ void ProgramInstance::execute_function_ext(int from, int to) {
       if (token_text(at) == function.name) function.act(*this, j);
     }
 
-    execute_while_ext(j);
-    execute_repeat_ext(j);
-    execute_if_ext(j);
+    // Only the loops' and the condition's own words can start them.
+    if (tkk == "finche") execute_while_ext(j);
+    if (tkk == "ripeti") execute_repeat_ext(j);
+    if (tkk == "se") execute_if_ext(j);
   }
 }
 

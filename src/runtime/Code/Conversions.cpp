@@ -145,8 +145,14 @@ double value_to_real(const RValue& v) {
     case Kind::Number:
     case Kind::Bool:
       return v.real;
-    case Kind::String:
-      return v.str && v.str->text ? text_to_real(v.str->text) : 0.0;
+    case Kind::String: {
+      RefString* s = v.str;
+      if (!s || !s->text) return 0.0;
+      if (s->number_known) return s->number;
+      const double number = text_to_real(s->text);
+      s->remember_number(number);
+      return number;
+    }
     case Kind::Int32:
     case Kind::Ref:
       return v.i32;

@@ -66,6 +66,10 @@ struct RefString {
   const char* text;
   int32_t refcount;
   int32_t size;
+  // The number the text reads as, once a reading has worked it out: the text
+  // never changes, so neither does its number. Constants keep none.
+  double number = 0;
+  bool number_known = false;
 
   uint32_t length() const { return static_cast<uint32_t>(size) & 0x7FFFFFFFu; }
   std::string_view view() const { return text ? std::string_view(text, length()) : std::string_view(); }
@@ -80,7 +84,14 @@ struct RefString {
   static RefString* finish_in_place(RefString* s, uint32_t length) {
     s->data()[length] = '\0';
     s->size = static_cast<int32_t>(length);
+    s->number_known = false;
     return s;
+  }
+  // Keeps `n` as the number of the text, unless the text is a constant.
+  void remember_number(double n) {
+    if (size < 0) return;
+    number = n;
+    number_known = true;
   }
   char* data() { return reinterpret_cast<char*>(this + 1); }
 };
@@ -124,6 +135,10 @@ struct RValue {
   static RValue ref(uint32_t type_code, int32_t index);
   static RValue text(std::string_view text);
   static RValue constant(RefStringConstant& c);
+  // Makes this value the text `text` standing for `number`, which the text
+  // must read back as exactly. A string of the same length that nobody else
+  // holds is written over in place, without a new allocation.
+  void set_number_text(std::string_view text, double number);
   // Takes a fresh RefString (refcount 0) made by RefString::make/allocate.
   static RValue adopt(RefString* s);
   // Takes an array body; raises its refcount.

@@ -1,0 +1,263 @@
+// The plans of statements and expressions: read once, checked against the
+// tokens at every run, and given up to the general way wherever they can't
+// be sure of giving the same text.
+#include "language/evaluation/plans.h"
+
+#include <charconv>
+#include <climits>
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/program_instance.h"
+#include "runtime/Code/Conversions.h"
+
+namespace {
+
+// Whole numbers up to this size are exact doubles, and so is every step between them.
+constexpr double EXACT_LIMIT = 9007199254740992.0;  // 2^53
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_name_start(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool is_name_char(char c) { return is_name_start(c) || is_digit(c); }
+
+// A name that the general lookup finds in the table: not an element's
+// attribute, itself, or another element's variable.
+bool is_table_name(std::string_view t) {
+  if (t.empty() || !is_name_start(t[0]) || t == "se_stesso" || t.find("_del_") != std::string_view::npos) return false;
+  for (const char c : t) {
+    if (!is_name_char(c)) return false;
+  }
+  return true;
+}
+
+// A whole number of at most 15 digits, with a minus sign when `signed_ok`;
+// "-0" is the negative zero, as the general reading makes it.
+bool read_whole_number(std::string_view t, bool signed_ok, double& out) {
+  const bool negative = signed_ok && !t.empty() && t[0] == '-';
+  if (negative) t.remove_prefix(1);
+  if (t.empty() || t.size() > 15) return false;
+  int64_t digits = 0;
+  for (const char c : t) {
+    if (!is_digit(c)) return false;
+    digits = digits * 10 + (c - '0');
+  }
+  out = negative ? -static_cast<double>(digits) : static_cast<double>(digits);
+  return true;
+}
+
+// The text that the evaluator gives for a sum: ten decimals with the zeros
+// at the end taken off, which for a whole number are its digits.
+struct WholeText {
+  char digits[24];
+  size_t size;
+  explicit WholeText(double x) {
+    if (x == 0 && std::signbit(x)) {
+      size = 2;
+      std::memcpy(digits, "-0", 2);
+      return;
+    }
+    size = static_cast<size_t>(std::to_chars(digits, digits + sizeof digits, static_cast<int64_t>(x)).ptr - digits);
+  }
+  std::string_view view() const { return {digits, size}; }
+};
+
+bool is_whole(double x) { return x == std::trunc(x) && std::fabs(x) < 1e15; }
+
+// Reads a chain of operands joined by single "+", "-" and "*": names of the
+// table and numerals of whole numbers. False for any other text.
+bool read_chain(std::string_view text, ExpressionPlan& plan) {
+  plan.operands.clear();
+  plan.operators.clear();
+  plan.sums = false;
+  bool negated = false;
+  for (size_t at = 0;;) {
+    size_t end = at;
+    while (end < text.size() && text[end] != '+' && text[end] != '-' && text[end] != '*') ++end;
+    const std::string_view operand = text.substr(at, end - at);
+    ExpressionPlan::Operand made;
+    made.negated = negated;
+    if (!operand.empty() && is_digit(operand[0])) {
+      if (!read_whole_number(operand, false, made.number)) return false;
+    } else if (is_table_name(operand)) {
+      made.name.assign(operand);
+    } else {
+      return false;
+    }
+    plan.operands.push_back(std::move(made));
+    if (end == text.size()) break;
+    const char sign = text[end];
+    negated = sign == '-';
+    plan.sums = plan.sums || sign != '*';
+    plan.operators.push_back(sign == '*' ? '*' : '+');
+    at = end + 1;
+  }
+  return !plan.operators.empty();
+}
+
+// A value text that the general way gives back whole for a lone name: a
+// string, or text that no operator sign or bracket cuts (a minus sign in
+// front cuts nothing).
+bool stands_whole(std::string_view value) {
+  if (!value.empty() && value[0] == '"') return true;
+  if (!value.empty() && value[0] == '-') value.remove_prefix(1);
+  return is_one_piece(value);
+}
+
+}  // namespace
+
+bool& plans_enabled() {
+  static bool enabled = true;
+  return enabled;
+}
+
+std::string increased_text(double x) {
+  // A whole number has only zeros to take off: its digits are the answer.
+  if (is_whole(x) && !(x == 0 && std::signbit(x))) return std::string(WholeText(x).view());
+  std::string text = ten_decimal_text(x);
+  if (text.find('.') != std::string::npos) {
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+  }
+  return text;
+}
+
+const std::vector<int>& ProgramInstance::slots_of(VariableSlots& cache, std::string_view name, int limit) const {
+  if (cache.version == names_version_ && cache.limit == limit) return cache.slots;
+  cache.slots.clear();
+  for (int v = find_variable(name); v >= 0 && v < limit; v = next_variable(name, v)) cache.slots.push_back(v);
+  // Read after the lookups, which may have made the index anew.
+  cache.version = names_version_;
+  cache.limit = limit;
+  return cache.slots;
+}
+
+// ---------------------------------------------------------------------------
+// [SECTION] Expressions
+
+bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text, std::string& out) {
+  if (!plans_enabled() || esemplare) return false;
+  ProgramInstance& main = main_table();
+  using Shape = ExpressionPlan::Shape;
+  // The general way first asks the main table for the whole text as a name.
+  if (plan.shape == Shape::Unread || plan.token != text || plan.main_version != main.names_version()) {
+    plan.token.assign(text);
+    plan.main_version = main.names_version();
+    // A lone name is that lookup itself; a numeral or a chain that is a name of the main table is not itself.
+    if (is_table_name(text)) plan.shape = Shape::Name;
+    else if (text.empty() || text[0] == '"' || main.find_variable(text) >= 0) plan.shape = Shape::General;
+    else if (is_digit(text[0]) && is_one_piece(text)) plan.shape = Shape::Numeral;
+    else plan.shape = read_chain(text, plan) ? Shape::Chain : Shape::General;
+    if (plan.shape == Shape::Name) plan.operands.assign(1, {});
+    // The lookups above may have made the index anew.
+    plan.main_version = main.names_version();
+  }
+  if (plan.shape == Shape::Numeral) {
+    out.assign(text);
+    return true;
+  }
+  if (plan.shape == Shape::Name) {
+    const std::vector<int>& slots = slots_of(plan.operands[0].slots, text, INT_MAX);
+    if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return false;
+    const RValue& value = val[static_cast<size_t>(slots[0])];
+    if (!value.is(Kind::String) || !stands_whole(value.string_view())) return false;
+    out.assign(value.string_view());
+    return true;
+  }
+  if (plan.shape != Shape::Chain) return false;
+
+  // Products first, then the sum of the terms, from left to right; each step
+  // a whole number within the exact range, as the text between the steps
+  // would give it back.
+  double sum = 0, product = 0;
+  bool first_term = true;
+  for (size_t k = 0; k < plan.operands.size(); ++k) {
+    ExpressionPlan::Operand& operand = plan.operands[k];
+    double v = operand.number;
+    if (!operand.name.empty()) {
+      const std::vector<int>& slots = slots_of(operand.slots, operand.name, INT_MAX);
+      if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return false;
+      const RValue& value = val[static_cast<size_t>(slots[0])];
+      if (!value.is(Kind::String) || !read_whole_number(value.string_view(), true, v)) return false;
+    }
+    if (operand.negated) v = 0 - v;
+    product = k > 0 && plan.operators[k - 1] == '*' ? product * v : v;
+    if (std::fabs(product) > EXACT_LIMIT) return false;
+    // A term ends where the next sign is no product.
+    if (k + 1 == plan.operands.size() || plan.operators[k] != '*') {
+      sum = first_term ? product : sum + product;
+      first_term = false;
+      if (std::fabs(sum) > EXACT_LIMIT) return false;
+    }
+  }
+  if (plan.sums) out.assign(WholeText(sum).view());
+  else out = ten_decimal_text(sum);
+  return true;
+}
+
+// ---------------------------------------------------------------------------
+// [SECTION] Statements
+
+bool ProgramInstance::planned_change(int j, double sign) {
+  if (!plans_enabled() || static_cast<size_t>(j) >= program.statement_plans.size()) return false;
+  StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
+  const std::string_view name = token_text(j + 1), amount_text = token_text(j + 3);
+  ProgramInstance& main = main_table();
+  if (plan.shape == StatementPlan::Shape::Unread || plan.name_token != name || plan.value_token != amount_text ||
+      plan.value.main_version != main.names_version()) {
+    plan.shape = StatementPlan::Shape::Change;
+    plan.name_token.assign(name);
+    plan.value_token.assign(amount_text);
+    plan.attribute = written_attribute(name);
+    plan.slots = {};
+    // A numeral's amount is the same at every run, unless a variable of the main table bears it as its name.
+    plan.fixed_amount = !amount_text.empty() && is_digit(amount_text[0]) && is_one_piece(amount_text) &&
+                        main.find_variable(amount_text) < 0;
+    if (plan.fixed_amount) plan.amount = text_to_real(calculate_string(*this, amount_text).c_str());
+    plan.value.main_version = main.names_version();
+  }
+  const int limit = std::min(vlen, static_cast<int>(std::min(vari.size(), val.size())));
+  for (const int v : slots_of(plan.slots, name, limit)) {
+    const double amount =
+        plan.fixed_amount ? plan.amount : text_to_real(calculate_string(*this, amount_text).c_str());
+    RValue& value = val[static_cast<size_t>(v)];
+    if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
+    const double x = value_to_real(value) + sign * amount;
+    // A whole number's text reads back as the number itself.
+    if (is_whole(x) && !(x == 0 && std::signbit(x))) {
+      value.set_number_text(WholeText(x).view(), x);
+    } else {
+      value = RValue::text(increased_text(x));
+    }
+    if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(value));
+  }
+  return true;
+}
+
+bool ProgramInstance::planned_assignment(std::string_view name, int j) {
+  if (!plans_enabled() || esemplare || static_cast<size_t>(j) >= program.statement_plans.size()) return false;
+  StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
+  const std::string_view value_text = token_text(j + 2);
+  if (plan.shape == StatementPlan::Shape::Unread || plan.name_token != name || plan.value_token != value_text) {
+    plan.name_token.assign(name);
+    plan.value_token.assign(value_text);
+    // The window's names and a negation take the general way.
+    const bool reserved = name == "larghezza_finestra" || name == "altezza_finestra" || name == "colore_sfondo" ||
+                          name == "nome_finestra";
+    plan.shape = reserved || value_text == "non" ? StatementPlan::Shape::General : StatementPlan::Shape::Assignment;
+    plan.attribute = written_attribute(name);
+    plan.slots = {};
+    plan.value = {};
+  }
+  if (plan.shape != StatementPlan::Shape::Assignment) return false;
+  const std::vector<int>& slots = slots_of(plan.slots, name, INT_MAX);
+  if (slots.empty()) return true;
+  // Each entry of a name met twice works its value out again: a chance can differ.
+  if (slots.size() > 1) return false;
+  std::string value;
+  if (!planned_value(plan.value, value_text, value)) value = calculate_string(*this, value_text);
+  val[static_cast<size_t>(slots[0])] = RValue::text(value);
+  if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(val[static_cast<size_t>(slots[0])]));
+  return true;
+}
