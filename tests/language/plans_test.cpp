@@ -1,5 +1,6 @@
 // The walk's shortcuts against the general way: random programs of
-// assignments, increases, decreases and conditions over whole numbers,
+// assignments, increases, decreases and conditions (comparisons joined by
+// logic words) over whole numbers,
 // decimals, negative zeros, numbers past the exact range and strings, run
 // with the plans and without, must leave every variable with the same
 // text, the element's attribute at the same place and the same messages.
@@ -16,24 +17,37 @@ namespace {
 
 class Plans : public ProgramTest {
  protected:
-  // Everything a run leaves that a learner could see.
-  std::string run_and_read(const std::string& text, bool plans) {
+  // Everything a run leaves that a learner could see: `text` run as the
+  // program, or as an element's code under a program whose table holds a
+  // string and a number of the element's names.
+  std::string run_and_read(const std::string& text, bool plans, bool as_element = false) {
     plans_enabled() = plans;
-    ProgramInstance& p = bare_program();
-    set_main_program(&p);
-    tokenise(p, text);
-    p.var_inizialization(0);
-    p.mem_function(0, p.program.totale_tok);
+    ProgramInstance& main = bare_program();
+    set_main_program(&main);
+    tokenise(main, as_element ? "INIZIA A = \"testo\" conto = 4 CICLO CONTINUO" : text);
+    main.var_inizialization(0);
+    main.mem_function(0, main.program.totale_tok);
+    ProgramInstance* element = nullptr;
+    if (as_element) {
+      element = &bare_program(true);
+      tokenise(*element, text);
+      element->var_inizialization(0);
+      element->mem_function(0, element->program.totale_tok);
+    }
+    ProgramInstance& p = element ? *element : main;
     std::string seen;
     try {
+      if (element) run_inizia(main);
       run_inizia(p);
       for (int frame = 0; frame < 3; ++frame) run_frame(p);
     } catch (...) {
       seen += "fatal\n";
     }
     plans_enabled() = true;
-    for (size_t k = 0; k < p.vari.size() && k < p.val.size(); ++k) {
-      seen += std::string(p.vari[k].string_view()) + "=" + value_to_text(p.val[k]) + "\n";
+    for (const ProgramInstance* table : {&main, element}) {
+      for (size_t k = 0; table && k < table->vari.size() && k < table->val.size(); ++k) {
+        seen += std::string(table->vari[k].string_view()) + "=" + value_to_text(table->val[k]) + "\n";
+      }
     }
     seen += "x=" + std::to_string(p.instance.x) + "\n";
     for (const std::string& message : messages_) seen += message + "\n";
@@ -76,7 +90,14 @@ std::string random_program(std::mt19937& random) {
     switch (random() % 5) {
       case 0: text += "aumenta " + name + " di " + operand(random) + "\n"; break;
       case 1: text += "diminuisci " + name + " di " + operand(random) + "\n"; break;
-      case 2: text += "se " + name + " > " + operand(random) + " allora aumenta " + pick(random, NAMES) + " di 1 .\n"; break;
+      case 2: {
+        static constexpr const char* COMPARISONS[] = {">", "<", "=", ">=", "<=", "!="};
+        static constexpr const char* LOGIC[] = {" e ", " o ", " o_esclusivamente "};
+        std::string condition = name + " " + pick(random, COMPARISONS) + " " + expression(random);
+        if (random() % 3 == 0) condition += pick(random, LOGIC) + operand(random) + " < " + operand(random);
+        text += "se " + condition + " allora aumenta " + pick(random, NAMES) + " di 1 .\n";
+        break;
+      }
       default: text += name + " = " + expression(random) + "\n"; break;
     }
   }
@@ -95,6 +116,15 @@ TEST_F(Plans, RandomProgramsLeaveTheSameTextsWithAndWithoutThem) {
   for (const std::string& text : programs) {
     const std::string general = run_and_read(text, false);
     ASSERT_EQ(run_and_read(text, true), general) << text;
+  }
+}
+
+TEST_F(Plans, RandomElementCodeLeavesTheSameTextsWithAndWithoutThem) {
+  std::mt19937 random(1126);
+  for (int n = 0; n < 200; ++n) {
+    const std::string text = random_program(random);
+    const std::string general = run_and_read(text, false, true);
+    ASSERT_EQ(run_and_read(text, true, true), general) << text;
   }
 }
 

@@ -203,7 +203,12 @@ void Esemplare::copy_attributes_to_variables(bool at_start) {
       const bool timer = attribute >= first_timer;
       if (!timer && stored.is(Kind::String) && string_is_real(stored.string_view()) == value) continue;
     }
-    stored = RValue::text(number_text(value));
+    // A whole number's text reads back as the number itself, and rewrites the old text in place when it can.
+    if (value == std::trunc(value) && std::fabs(value) < 1e15 && !(value == 0 && std::signbit(value))) {
+      stored.set_number_text(number_text(value), value);
+    } else {
+      stored = RValue::text(number_text(value));
+    }
   }
 }
 

@@ -107,6 +107,30 @@ ConditionPlan plan_condition(const ProgramInstance& p, int j, int64_t end) {
   return plan;
 }
 
+// Comparisons of numbers joined by logic words, from the operands' numbers:
+// what plain_comparisons reads from the lettered formula, without writing it
+// and cutting it again. False for a chain it doesn't take, "!=" among them
+// (whose letter the formula's one-byte reading doesn't know).
+template <class NumberOf>
+bool numeral_comparisons(const ConditionPlan& plan, NumberOf&& number_of, std::string& truth) {
+  bool result = false;
+  std::string_view joined_by;
+  for (size_t k = 0;; k += 4) {
+    if (k + 2 >= plan.tokens.size()) return false;
+    const std::string_view sign = plan.signs[k + 1];
+    if (sign != "=" && sign != ">" && sign != "<" && sign != "#" && sign != "@") return false;
+    double left = 0, right = 0;
+    if (!number_of(k, left) || !number_of(k + 2, right)) return false;
+    const bool v = compare_numbers(left, sign, right);
+    result = joined_by.empty() ? v : joined_by == "e" ? result && v : joined_by == "o" ? result || v : result != v;
+    if (k + 3 >= plan.tokens.size()) break;
+    joined_by = plan.signs[k + 3];
+    if (joined_by != "e" && joined_by != "o" && joined_by != "x") return false;
+  }
+  truth.assign(1, result ? '1' : '0');
+  return true;
+}
+
 }  // namespace
 
 bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
@@ -118,10 +142,16 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   }
   // The plan holds while the tokens and the brace behind them stand as they did.
   const int brace = j + 1 + static_cast<int>(plan.tokens.size());
-  if (!plan.plain || brace >= end || !text_edit::contains(token_text(brace), "{")) return false;
+  // The brace is one byte: wherever it stands it starts a character.
+  if (!plan.plain || brace >= end || token_text(brace).find('{') == std::string_view::npos) return false;
   for (size_t k = 0; k < plan.tokens.size(); ++k) {
     if (token_text(j + 1 + static_cast<int>(k)) != plan.tokens[k]) return false;
   }
+  // Whole numbers for every operand: the comparisons need no formula.
+  const auto whole_number = [&](size_t k, double& number) {
+    return planned_number(plan.operands[k], plan.tokens[k], number);
+  };
+  if (numeral_comparisons(plan, whole_number, truth)) return true;
   // The formula with the signs already in the formula's letters: with
   // numbers for every operand the alphabet could change nothing else, so it
   // is the formula that the general reading would reach.
@@ -141,7 +171,14 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
     plan.ends.push_back(static_cast<uint32_t>(lettered.size()));
   }
   if (numerals) {
-    if (!plain_comparisons(*this, lettered, truth)) truth = reduce_condition(*this, lettered);
+    const auto value_number = [&plan](size_t k, double& number) {
+      const size_t begin = k == 0 ? 0 : plan.ends[k - 1];
+      number = string_is_real(std::string_view(plan.lettered).substr(begin, plan.ends[k] - begin));
+      return true;
+    };
+    if (!numeral_comparisons(plan, value_number, truth) && !plain_comparisons(*this, lettered, truth)) {
+      truth = reduce_condition(*this, lettered);
+    }
     return true;
   }
   // Otherwise the formula as the general reading writes it, signs as they stand.

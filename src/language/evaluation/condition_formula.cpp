@@ -81,14 +81,7 @@ bool compare(ExpressionContext& ctx, std::string_view left, std::string_view sig
     const std::string r = side(right);
     return (l == r) == (sign == "=");
   }
-  const RValue a = RValue::number(string_is_real(left));
-  const RValue b = RValue::number(string_is_real(right));
-  if (sign == "=") return a == b;
-  if (sign == ">") return a > b;
-  if (sign == "<") return a < b;
-  if (sign == "#") return a >= b;
-  if (sign == "@") return a <= b;
-  return a != b;
+  return compare_numbers(string_is_real(left), sign, string_is_real(right));
 }
 
 // Each comparison sign with its left and right pieces becomes "1" or "0";
@@ -167,6 +160,17 @@ bool single_comparison(ExpressionContext& ctx, std::string_view f, bool& out) {
 }
 
 }  // namespace
+
+bool compare_numbers(double x, std::string_view sign, double y) {
+  const RValue a = RValue::number(x);
+  const RValue b = RValue::number(y);
+  if (sign == "=") return a == b;
+  if (sign == ">") return a > b;
+  if (sign == "<") return a < b;
+  if (sign == "#") return a >= b;
+  if (sign == "@") return a <= b;
+  return a != b;
+}
 
 bool plain_comparisons(ExpressionContext& ctx, std::string_view f, std::string& out) {
   bool result = false;

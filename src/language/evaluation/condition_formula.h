@@ -19,6 +19,10 @@
 // stages below work them out, without cutting; false for any other formula.
 bool plain_comparisons(ExpressionContext& ctx, std::string_view formula, std::string& out);
 
+// Two numbers compared by the letter of a sign ("=", ">", "<", "#", "@",
+// "ù"), with the runtime's tolerance for equality.
+bool compare_numbers(double a, std::string_view sign, double b);
+
 // The formula one stage further: comparisons worked out, values made truth
 // values, negations and logic done within the innermost brackets.
 std::string boolean_parse(ExpressionContext& ctx, std::string_view formula);

@@ -136,37 +136,42 @@ const std::vector<int>& ProgramInstance::slots_of(VariableSlots& cache, std::str
 // ---------------------------------------------------------------------------
 // [SECTION] Expressions
 
-bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text, std::string& out) {
-  if (!plans_enabled() || esemplare) return false;
+bool ProgramInstance::expression_plan_ready(ExpressionPlan& plan, std::string_view text) {
+  if (!plans_enabled()) return false;
   ProgramInstance& main = main_table();
   using Shape = ExpressionPlan::Shape;
   // The general way first asks the main table for the whole text as a name.
   if (plan.shape == Shape::Unread || plan.token != text || plan.main_version != main.names_version()) {
     plan.token.assign(text);
-    plan.main_version = main.names_version();
     // A lone name is that lookup itself; a numeral or a chain that is a name of the main table is not itself.
     if (is_table_name(text)) plan.shape = Shape::Name;
     else if (text.empty() || text[0] == '"' || main.find_variable(text) >= 0) plan.shape = Shape::General;
     else if (is_digit(text[0]) && is_one_piece(text)) plan.shape = Shape::Numeral;
     else plan.shape = read_chain(text, plan) ? Shape::Chain : Shape::General;
     if (plan.shape == Shape::Name) plan.operands.assign(1, {});
-    // The lookups above may have made the index anew.
+    // Read after the lookups, which may have made the index anew.
     plan.main_version = main.names_version();
   }
-  if (plan.shape == Shape::Numeral) {
-    out.assign(text);
-    return true;
-  }
-  if (plan.shape == Shape::Name) {
-    const std::vector<int>& slots = slots_of(plan.operands[0].slots, text, INT_MAX);
-    if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return false;
-    const RValue& value = val[static_cast<size_t>(slots[0])];
-    if (!value.is(Kind::String) || !stands_whole(value.string_view())) return false;
-    out.assign(value.string_view());
-    return true;
-  }
-  if (plan.shape != Shape::Chain) return false;
+  return plan.shape != Shape::General;
+}
 
+bool ProgramInstance::main_string_wins(ExpressionPlan& plan, std::string_view name) {
+  ProgramInstance& main = main_table();
+  if (&main == this) return false;
+  const std::vector<int>& slots = main.slots_of(plan.main_slots, name, INT_MAX);
+  if (slots.empty() || static_cast<size_t>(slots[0]) >= main.val.size()) return false;
+  const RValue& value = main.val[static_cast<size_t>(slots[0])];
+  return !value.is(Kind::String) || value.string_view().starts_with('"');
+}
+
+const RValue* ProgramInstance::named_value(ExpressionPlan::Operand& operand, std::string_view name) {
+  const std::vector<int>& slots = slots_of(operand.slots, name, INT_MAX);
+  if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return nullptr;
+  const RValue& value = val[static_cast<size_t>(slots[0])];
+  return value.is(Kind::String) ? &value : nullptr;
+}
+
+bool ProgramInstance::chain_number(ExpressionPlan& plan, double& out) {
   // Products first, then the sum of the terms, from left to right; each step
   // a whole number within the exact range, as the text between the steps
   // would give it back.
@@ -176,10 +181,8 @@ bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text,
     ExpressionPlan::Operand& operand = plan.operands[k];
     double v = operand.number;
     if (!operand.name.empty()) {
-      const std::vector<int>& slots = slots_of(operand.slots, operand.name, INT_MAX);
-      if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return false;
-      const RValue& value = val[static_cast<size_t>(slots[0])];
-      if (!value.is(Kind::String) || !read_whole_number(value.string_view(), true, v)) return false;
+      const RValue* value = named_value(operand, operand.name);
+      if (!value || !read_whole_number(value->string_view(), true, v)) return false;
     }
     if (operand.negated) v = 0 - v;
     product = k > 0 && plan.operators[k - 1] == '*' ? product * v : v;
@@ -191,9 +194,46 @@ bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text,
       if (std::fabs(sum) > EXACT_LIMIT) return false;
     }
   }
-  if (plan.sums) out.assign(WholeText(sum).view());
-  else out = ten_decimal_text(sum);
+  out = sum;
   return true;
+}
+
+bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text, std::string& out, double* number) {
+  if (!expression_plan_ready(plan, text)) return false;
+  switch (plan.shape) {
+    case ExpressionPlan::Shape::Numeral: out.assign(text); return true;
+    case ExpressionPlan::Shape::Name: {
+      if (main_string_wins(plan, text)) return false;
+      const RValue* value = named_value(plan.operands[0], text);
+      if (!value || !stands_whole(value->string_view())) return false;
+      out.assign(value->string_view());
+      return true;
+    }
+    case ExpressionPlan::Shape::Chain: {
+      double sum = 0;
+      if (!chain_number(plan, sum)) return false;
+      if (plan.sums) out.assign(WholeText(sum).view());
+      else out = ten_decimal_text(sum);
+      // Either text reads back as the number itself.
+      if (number) *number = sum;
+      return true;
+    }
+    default: return false;
+  }
+}
+
+bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text, double& number) {
+  if (!expression_plan_ready(plan, text)) return false;
+  switch (plan.shape) {
+    case ExpressionPlan::Shape::Numeral: return read_whole_number(text, false, number);
+    case ExpressionPlan::Shape::Name: {
+      if (main_string_wins(plan, text)) return false;
+      const RValue* value = named_value(plan.operands[0], text);
+      return value && read_whole_number(value->string_view(), true, number);
+    }
+    case ExpressionPlan::Shape::Chain: return chain_number(plan, number);
+    default: return false;
+  }
 }
 
 // ---------------------------------------------------------------------------
@@ -236,7 +276,7 @@ bool ProgramInstance::planned_change(int j, double sign) {
 }
 
 bool ProgramInstance::planned_assignment(std::string_view name, int j) {
-  if (!plans_enabled() || esemplare || static_cast<size_t>(j) >= program.statement_plans.size()) return false;
+  if (!plans_enabled() || static_cast<size_t>(j) >= program.statement_plans.size()) return false;
   StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
   const std::string_view value_text = token_text(j + 2);
   if (plan.shape == StatementPlan::Shape::Unread || plan.name_token != name || plan.value_token != value_text) {
@@ -252,12 +292,24 @@ bool ProgramInstance::planned_assignment(std::string_view name, int j) {
   }
   if (plan.shape != StatementPlan::Shape::Assignment) return false;
   const std::vector<int>& slots = slots_of(plan.slots, name, INT_MAX);
-  if (slots.empty()) return true;
   // Each entry of a name met twice works its value out again: a chance can differ.
   if (slots.size() > 1) return false;
+  // An element's assignment reaches a program-wide variable of the name too, the general way.
+  ProgramInstance& main = main_table();
+  const bool reaches_main = esemplare && &main != this && !main.slots_of(plan.main_slots, name, INT_MAX).empty();
+  if (slots.empty()) {
+    if (reaches_main) assign_in_table(main, name, j);
+    return true;
+  }
   std::string value;
-  if (!planned_value(plan.value, value_text, value)) value = calculate_string(*this, value_text);
-  val[static_cast<size_t>(slots[0])] = RValue::text(value);
-  if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(val[static_cast<size_t>(slots[0])]));
+  double number = 0;
+  bool known = false;
+  if (planned_value(plan.value, value_text, value, &number)) known = plan.value.shape == ExpressionPlan::Shape::Chain;
+  else value = calculate_string(*this, value_text);
+  RValue& stored = val[static_cast<size_t>(slots[0])];
+  if (known) stored.set_number_text(value, number);
+  else stored = RValue::text(value);
+  if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(stored));
+  if (reaches_main) assign_in_table(main, name, j);
   return true;
 }

@@ -89,8 +89,12 @@ class ProgramInstance : public ExpressionContext {
   bool planned_change(int j, double sign);
   // The assignment at `j` to `name` by the position's plan; false when the general way must take it.
   bool planned_assignment(std::string_view name, int j);
-  // The value of expression `text` by `plan` into `out`; false when the general way must work it out.
-  bool planned_value(ExpressionPlan& plan, std::string_view text, std::string& out);
+  // The value of expression `text` by `plan` into `out` (and the number the
+  // text stands for into `number`, when it is a chain's); false when the
+  // general way must work it out.
+  bool planned_value(ExpressionPlan& plan, std::string_view text, std::string& out, double* number = nullptr);
+  // The number of the value of `text`, when the plan knows it is a whole number.
+  bool planned_number(ExpressionPlan& plan, std::string_view text, double& number);
 
   // ---------------------------------------------------------------------------
   // [SECTION] Values of names
@@ -241,6 +245,14 @@ class ProgramInstance : public ExpressionContext {
   std::string value_text(int k) const;
   // The table of main_code_ctrl: that program's, or this one's when it runs alone.
   ProgramInstance& main_table();
+  // Reads `plan` from `text` unless it stands as read; false when the general way must take it.
+  bool expression_plan_ready(ExpressionPlan& plan, std::string_view text);
+  // Whether, for an element, the main table's string value of `name` is what the general way gives.
+  bool main_string_wins(ExpressionPlan& plan, std::string_view name);
+  // The stored text of a name of a plan, or null when it has none.
+  const RValue* named_value(ExpressionPlan::Operand& operand, std::string_view name);
+  // A chain's value, false when a value isn't a whole number or a step leaves the exact range.
+  bool chain_number(ExpressionPlan& plan, double& out);
 
   // "aumenta" (sign 1) or "diminuisci" (sign -1) at `j` on the entries of
   // `table` below `table_vlen`, writing element attributes through when asked.

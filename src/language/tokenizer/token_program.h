@@ -34,6 +34,7 @@ struct ExpressionPlan {
   };
   Shape shape = Shape::Unread;
   std::string token;          // the token the plan was read from
+  VariableSlots main_slots;   // an element's lone name in the main table, whose string would win
   uint64_t main_version = 0;  // the main table's names when the plan was read
   std::vector<Operand> operands;
   std::string operators;      // between the operands: "+" (a "-" among them) or "*"
@@ -51,6 +52,7 @@ struct StatementPlan {
   bool fixed_amount = false;       // "aumenta": the amount is a numeral, worked out once
   double amount = 0;
   VariableSlots slots;
+  VariableSlots main_slots;        // an element's name in the main table, which the assignment reaches too
   ExpressionPlan value;            // an assignment's expression
 };
 

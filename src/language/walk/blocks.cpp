@@ -57,13 +57,17 @@ void ProgramInstance::execute_if_ext(int j) {
   if (res == "error") return;
 
   // The brace that opens the block, and whether the block is dark at this moment.
+  // The marks and the brace are ASCII: a byte search finds them only at character starts.
   int oo = 1;
-  while (!text_edit::contains(token_text(iff + oo), "{")) {
+  while (token_text(iff + oo).find('{') == std::string_view::npos) {
     if (j + ++oo >= static_cast<int>(program.tok.size())) return;
   }
   const int from = iff + oo;
   if (from >= program.totale_tok) return;
-  const bool attiva = text_edit::contains(without_done_mark(token_text(from)), "<--d-->{");
+  const std::string_view brace = token_text(from);
+  const bool attiva = brace.find(DONE_MARK) == std::string_view::npos
+                          ? brace.find("<--d-->{") != std::string_view::npos
+                          : text_edit::contains(without_done_mark(brace), "<--d-->{");
 
   if (res == "1" && attiva) {
     if (const int ultimo_punto = block_end(from, true)) {
