@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/plans.h"
 #include "language/evaluation/string_expression.h"
 #include "running_program.h"
 
@@ -58,5 +59,24 @@ void BM_calculate_expression_in_string_three_names(benchmark::State& state) {
       "\"Punti: 12, vite: 30.5, livello: 7\"");
 }
 BENCHMARK(BM_calculate_expression_in_string_three_names);
+
+// The mixed body's expression, by the general evaluator and by its plan.
+void BM_calculate_string_mixed_body_expression(benchmark::State& state) {
+  run(state, calculate_string, "X*2+1", "9");
+}
+BENCHMARK(BM_calculate_string_mixed_body_expression);
+
+void BM_planned_value_mixed_body_expression(benchmark::State& state) {
+  ExpressionPlan plan;
+  std::string out;
+  run(
+      state,
+      [&](ProgramInstance& table, std::string_view text) {
+        if (!table.planned_value(plan, text, out)) out = calculate_string(table, text);
+        return out;
+      },
+      "X*2+1", "9");
+}
+BENCHMARK(BM_planned_value_mixed_body_expression);
 
 }  // namespace

@@ -38,6 +38,21 @@ int32_t g_picture_index = -1;  // the elements' picture, as the last element mad
 
 std::string number_text(double x) { return value_to_text(RValue::number(x)); }
 
+// Whether `text` is a whole number as number_text writes one (digits, a
+// minus sign, no zero in front, at most 15 digits), and which.
+bool whole_number_text(std::string_view text, double& out) {
+  const bool negative = !text.empty() && text[0] == '-';
+  const std::string_view digits = negative ? text.substr(1) : text;
+  if (digits.empty() || digits.size() > 15 || (digits[0] == '0' && (digits.size() > 1 || negative))) return false;
+  int64_t n = 0;
+  for (const char c : digits) {
+    if (c < '0' || c > '9') return false;
+    n = n * 10 + (c - '0');
+  }
+  out = negative ? -static_cast<double>(n) : static_cast<double>(n);
+  return true;
+}
+
 void set_global(const char* name, double value) {
   variable_set(global_object(), variable_id(name), NO_ARRAY_INDEX, RValue::number(value));
 }
@@ -200,6 +215,11 @@ void Esemplare::copy_attributes_to_variables(bool at_start) {
     RValue& stored = p.val[static_cast<size_t>(k)];
     if (!at_start) {
       if (attribute == colour) continue;
+      // The text this copy would write stands there already: a timer's too.
+      if (double written = 0; stored.is(Kind::String) && whole_number_text(stored.string_view(), written) &&
+                              written == value) {
+        continue;
+      }
       const bool timer = attribute >= first_timer;
       if (!timer && stored.is(Kind::String) && string_is_real(stored.string_view()) == value) continue;
     }

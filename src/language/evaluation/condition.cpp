@@ -134,18 +134,24 @@ bool numeral_comparisons(const ConditionPlan& plan, NumberOf&& number_of, std::s
 }  // namespace
 
 bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
-  auto [at, made] = program.condition_plans.try_emplace(j);
-  ConditionPlan& plan = at->second;
-  if (made) {
+  if (j < 0) return false;
+  // A program that mem_function hasn't prepared gets its plans' room here.
+  if (static_cast<size_t>(j) >= program.condition_plans.size()) {
+    program.condition_plans.resize(std::max(static_cast<size_t>(j) + 1, program.tok.size()));
+  }
+  ConditionPlan& plan = program.condition_plans[static_cast<size_t>(j)];
+  if (!plan.read) {
     plan = plan_condition(*this, j, end);
+    plan.read = true;
     plan.operands.resize(plan.tokens.size());
+    for (size_t k = 0; k < plan.tokens.size(); ++k) plan.held.push_back(program.tok[static_cast<size_t>(j) + 1 + k]);
   }
   // The plan holds while the tokens and the brace behind them stand as they did.
   const int brace = j + 1 + static_cast<int>(plan.tokens.size());
   // The brace is one byte: wherever it stands it starts a character.
   if (!plan.plain || brace >= end || token_text(brace).find('{') == std::string_view::npos) return false;
   for (size_t k = 0; k < plan.tokens.size(); ++k) {
-    if (token_text(j + 1 + static_cast<int>(k)) != plan.tokens[k]) return false;
+    if (!still_reads(plan.held[k], program.tok[static_cast<size_t>(j) + 1 + k])) return false;
   }
   // Whole numbers for every operand: the comparisons need no formula.
   const auto whole_number = [&](size_t k, double& number) {

@@ -240,15 +240,21 @@ bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text
 // [SECTION] Statements
 
 bool ProgramInstance::planned_change(int j, double sign) {
-  if (!plans_enabled() || static_cast<size_t>(j) >= program.statement_plans.size()) return false;
+  if (!plans_enabled() || j < 0 || static_cast<size_t>(j) + 3 >= program.tok.size() ||
+      static_cast<size_t>(j) >= program.statement_plans.size()) {
+    return false;
+  }
   StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
-  const std::string_view name = token_text(j + 1), amount_text = token_text(j + 3);
+  const RValue& name_token = program.tok[static_cast<size_t>(j) + 1];
+  const RValue& amount_token = program.tok[static_cast<size_t>(j) + 3];
+  if (!name_token.is(Kind::String) || !amount_token.is(Kind::String)) return false;
+  const std::string_view name = name_token.string_view(), amount_text = amount_token.string_view();
   ProgramInstance& main = main_table();
-  if (plan.shape == StatementPlan::Shape::Unread || plan.name_token != name || plan.value_token != amount_text ||
-      plan.value.main_version != main.names_version()) {
+  if (plan.shape == StatementPlan::Shape::Unread || !still_reads(plan.name_token, name_token) ||
+      !still_reads(plan.value_token, amount_token) || plan.value.main_version != main.names_version()) {
     plan.shape = StatementPlan::Shape::Change;
-    plan.name_token.assign(name);
-    plan.value_token.assign(amount_text);
+    plan.name_token = name_token;
+    plan.value_token = amount_token;
     plan.attribute = written_attribute(name);
     plan.slots = {};
     // A numeral's amount is the same at every run, unless a variable of the main table bears it as its name.
@@ -276,12 +282,21 @@ bool ProgramInstance::planned_change(int j, double sign) {
 }
 
 bool ProgramInstance::planned_assignment(std::string_view name, int j) {
-  if (!plans_enabled() || static_cast<size_t>(j) >= program.statement_plans.size()) return false;
+  if (!plans_enabled() || j < 0 || static_cast<size_t>(j) + 2 >= program.tok.size() ||
+      static_cast<size_t>(j) >= program.statement_plans.size()) {
+    return false;
+  }
   StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
-  const std::string_view value_text = token_text(j + 2);
-  if (plan.shape == StatementPlan::Shape::Unread || plan.name_token != name || plan.value_token != value_text) {
-    plan.name_token.assign(name);
-    plan.value_token.assign(value_text);
+  const RValue& name_token = program.tok[static_cast<size_t>(j)];
+  const RValue& value_token = program.tok[static_cast<size_t>(j) + 2];
+  if (!name_token.is(Kind::String) || !value_token.is(Kind::String)) return false;
+  // The walk hands the token's own text; anything else is compared.
+  if (name.data() != name_token.string_view().data() && name != name_token.string_view()) return false;
+  const std::string_view value_text = value_token.string_view();
+  if (plan.shape == StatementPlan::Shape::Unread || !still_reads(plan.name_token, name_token) ||
+      !still_reads(plan.value_token, value_token)) {
+    plan.name_token = name_token;
+    plan.value_token = value_token;
     // The window's names and a negation take the general way.
     const bool reserved = name == "larghezza_finestra" || name == "altezza_finestra" || name == "colore_sfondo" ||
                           name == "nome_finestra";

@@ -11,6 +11,18 @@
 
 struct FamilyFunction;
 
+// Whether `token` still holds the text that `held` was read from: at once
+// when it is the very string held (which can't have been freed and made
+// again meanwhile), by comparing the texts otherwise, holding an equal text
+// made anew from then on.
+inline bool still_reads(RValue& held, const RValue& token) {
+  if (!held.is(Kind::String) || !token.is(Kind::String)) return false;
+  if (held.str == token.str) return true;
+  if (held.string_view() != token.string_view()) return false;
+  held = token;
+  return true;
+}
+
 // The positions of one name in a variable table, found once and kept while
 // the table's names stand as they did (`version` is the table's count of
 // changes to its names; 0: not found yet).
@@ -47,8 +59,8 @@ struct ExpressionPlan {
 struct StatementPlan {
   enum class Shape : uint8_t { Unread, General, Change, Assignment };
   Shape shape = Shape::Unread;
-  std::string name_token, value_token;  // the tokens the plan was read from
-  int attribute = -1;                   // the element attribute the name writes through, or -1
+  RValue name_token, value_token;  // the tokens the plan was read from, held (see still_reads)
+  int attribute = -1;              // the element attribute the name writes through, or -1
   bool fixed_amount = false;       // "aumenta": the amount is a numeral, worked out once
   double amount = 0;
   VariableSlots slots;
@@ -61,8 +73,10 @@ struct StatementPlan {
 // operands, each worked out on its own, alternating with comparison signs
 // and logic words.
 struct ConditionPlan {
+  bool read = false;
   bool plain = false;
   std::vector<std::string> tokens;  // the tokens after "se" up to the brace
+  std::vector<RValue> held;         // the same tokens, held (see still_reads)
   std::vector<std::string> signs;   // each sign's letter in the formula; empty for an operand
   std::vector<ExpressionPlan> operands;  // the plan of each operand, by the token's index
   // Scratch of each reading, kept with its capacity: the formula with the
@@ -103,8 +117,8 @@ struct TokenProgram {
   // candidates[candidates_from[i + 1]].
   std::vector<const FamilyFunction*> candidates;
   std::vector<uint32_t> candidates_from;
-  // The plans of the conditions met so far, by the position of their "se".
-  std::unordered_map<int, ConditionPlan> condition_plans;
+  // The plans of the conditions met so far, by the position of their "se"; made ready by mem_function.
+  std::vector<ConditionPlan> condition_plans;
   // The plans of the statements met so far, by position; made ready by mem_function.
   std::vector<StatementPlan> statement_plans;
 };

@@ -102,7 +102,7 @@ void ProgramInstance::mem_function(int from, int to) {
   to = std::min(to, program.totale_tok);
   program.tok_ok.assign(static_cast<size_t>(std::max(program.totale_tok, 0)), 0);
   program.candidates.clear();
-  program.condition_plans.clear();
+  program.condition_plans.assign(program.tok_ok.size(), {});
   program.statement_plans.assign(program.tok_ok.size(), {});
   program.candidates_from.assign(program.tok_ok.size() + 1, 0);
 

@@ -118,11 +118,25 @@ struct RValue {
 
   // A fresh value is unset, as locals and temporaries begin.
   RValue() : i64(0), flags(0), kind_word(KIND_MASK) {}
-  RValue(const RValue& other) : i64(other.i64), flags(other.flags), kind_word(other.kind_word) { take_reference(); }
+  RValue(const RValue& other) : i64(other.i64), flags(other.flags), kind_word(other.kind_word) {
+    // A string's count goes up here; the rare kinds go the long way.
+    if (kind() == Kind::String) {
+      if (str) ++str->refcount;
+    } else {
+      take_reference();
+    }
+  }
   RValue(RValue&& other) noexcept;
   RValue& operator=(const RValue& other);
   RValue& operator=(RValue&& other) noexcept;
-  ~RValue() { release(); }
+  ~RValue() {
+    // A string that others hold too only loses a count: the commonest release, kept inline.
+    if (kind() == Kind::String && str && str->refcount > 1) {
+      --str->refcount;
+      return;
+    }
+    if (kind() != Kind::Number) release();
+  }
 
   static RValue number(double d) { return RValue(Kind::Number, d); }
   static RValue boolean(bool b) { return RValue(Kind::Bool, b ? 1.0 : 0.0); }
