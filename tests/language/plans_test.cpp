@@ -113,6 +113,10 @@ TEST_F(Plans, RandomProgramsLeaveTheSameTextsWithAndWithoutThem) {
                            "A = 94906267 C = A*A B = 4503599627370496 X = B+B+B", "A = -0 B = A+A C = A*A"}) {
     programs.push_back(std::string("INIZIA ") + edge + " CICLO CONTINUO");
   }
+  // Steps of one across a change of length or of sign, which move digits in place otherwise.
+  programs.push_back(
+      "INIZIA A = 8 B = -10 C = 10 X = -1 conto = 1 CICLO CONTINUO aumenta A di 1 aumenta B di 1 diminuisci C di 1 "
+      "aumenta X di 1 diminuisci conto di 1");
   for (const std::string& text : programs) {
     const std::string general = run_and_read(text, false);
     ASSERT_EQ(run_and_read(text, true), general) << text;

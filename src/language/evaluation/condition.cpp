@@ -155,7 +155,7 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   }
   // Whole numbers for every operand: the comparisons need no formula.
   const auto whole_number = [&](size_t k, double& number) {
-    return planned_number(plan.operands[k], plan.tokens[k], number);
+    return planned_number(plan.operands[k], plan.tokens[k], number, true);
   };
   if (numeral_comparisons(plan, whole_number, truth)) return true;
   // The formula with the signs already in the formula's letters: with
@@ -170,7 +170,9 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
       lettered += plan.signs[k];
     } else {
       std::string& value = plan.value;
-      if (!planned_value(plan.operands[k], plan.tokens[k], value)) value = calculate_string(*this, plan.tokens[k]);
+      if (!planned_value(plan.operands[k], plan.tokens[k], value, nullptr, true)) {
+        value = calculate_string(*this, plan.tokens[k]);
+      }
       numerals = numerals && is_numeral(value);
       lettered += value;
     }

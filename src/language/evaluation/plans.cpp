@@ -65,6 +65,40 @@ struct WholeText {
 
 bool is_whole(double x) { return x == std::trunc(x) && std::fabs(x) < 1e15; }
 
+// Steps the digits of a whole number's text one up or down where it stands,
+// when nobody else holds the text and its length stays: "41" becomes "42"
+// without writing the number anew. False for any other text or step, which
+// are written the long way.
+bool step_in_place(RValue& value, bool up) {
+  RefString* s = value.is(Kind::String) ? value.str : nullptr;
+  if (!s || s->refcount != 1 || s->size <= 0 || s->size > 16) return false;
+  char* text = s->data();
+  const bool negative = text[0] == '-';
+  char* first = negative ? text + 1 : text;
+  char* last = text + s->size - 1;
+  if (first > last || (*first == '0' && (last > first || negative))) return false;
+  for (const char* c = first; c <= last; ++c) {
+    if (*c < '0' || *c > '9') return false;
+  }
+  // The magnitude grows for +1 on a positive number and for -1 on a negative one.
+  if (up != negative) {
+    char* c = last;
+    while (c >= first && *c == '9') --c;
+    if (c < first) return false;  // all nines: one digit more
+    ++*c;
+    for (char* d = c + 1; d <= last; ++d) *d = '0';
+  } else {
+    if (*first == '0') return false;  // 0 - 1
+    char* c = last;
+    while (*c == '0') --c;
+    // "1" to "0" keeps its length; "10" to "9" or "-1" to "0" doesn't.
+    if (c == first && *c == '1' && (last > first || negative)) return false;
+    --*c;
+    for (char* d = c + 1; d <= last; ++d) *d = '9';
+  }
+  return true;
+}
+
 // Reads a chain of operands joined by single "+", "-" and "*": names of the
 // table and numerals of whole numbers. False for any other text.
 bool read_chain(std::string_view text, ExpressionPlan& plan) {
@@ -136,12 +170,12 @@ const std::vector<int>& ProgramInstance::slots_of(VariableSlots& cache, std::str
 // ---------------------------------------------------------------------------
 // [SECTION] Expressions
 
-bool ProgramInstance::expression_plan_ready(ExpressionPlan& plan, std::string_view text) {
+bool ProgramInstance::expression_plan_ready(ExpressionPlan& plan, std::string_view text, bool verified) {
   if (!plans_enabled()) return false;
   ProgramInstance& main = main_table();
   using Shape = ExpressionPlan::Shape;
   // The general way first asks the main table for the whole text as a name.
-  if (plan.shape == Shape::Unread || plan.token != text || plan.main_version != main.names_version()) {
+  if (plan.shape == Shape::Unread || (!verified && plan.token != text) || plan.main_version != main.names_version()) {
     plan.token.assign(text);
     // A lone name is that lookup itself; a numeral or a chain that is a name of the main table is not itself.
     if (is_table_name(text)) plan.shape = Shape::Name;
@@ -149,6 +183,7 @@ bool ProgramInstance::expression_plan_ready(ExpressionPlan& plan, std::string_vi
     else if (is_digit(text[0]) && is_one_piece(text)) plan.shape = Shape::Numeral;
     else plan.shape = read_chain(text, plan) ? Shape::Chain : Shape::General;
     if (plan.shape == Shape::Name) plan.operands.assign(1, {});
+    plan.whole_numeral = plan.shape == Shape::Numeral && read_whole_number(text, false, plan.numeral);
     // Read after the lookups, which may have made the index anew.
     plan.main_version = main.names_version();
   }
@@ -198,8 +233,9 @@ bool ProgramInstance::chain_number(ExpressionPlan& plan, double& out) {
   return true;
 }
 
-bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text, std::string& out, double* number) {
-  if (!expression_plan_ready(plan, text)) return false;
+bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text, std::string& out, double* number,
+                                    bool verified) {
+  if (!expression_plan_ready(plan, text, verified)) return false;
   switch (plan.shape) {
     case ExpressionPlan::Shape::Numeral: out.assign(text); return true;
     case ExpressionPlan::Shape::Name: {
@@ -222,10 +258,12 @@ bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text,
   }
 }
 
-bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text, double& number) {
-  if (!expression_plan_ready(plan, text)) return false;
+bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text, double& number, bool verified) {
+  if (!expression_plan_ready(plan, text, verified)) return false;
   switch (plan.shape) {
-    case ExpressionPlan::Shape::Numeral: return read_whole_number(text, false, number);
+    case ExpressionPlan::Shape::Numeral:
+      number = plan.numeral;
+      return plan.whole_numeral;
     case ExpressionPlan::Shape::Name: {
       if (main_string_wins(plan, text)) return false;
       const RValue* value = named_value(plan.operands[0], text);
@@ -270,8 +308,10 @@ bool ProgramInstance::planned_change(int j, double sign) {
     RValue& value = val[static_cast<size_t>(v)];
     if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
     const double x = value_to_real(value) + sign * amount;
-    // A whole number's text reads back as the number itself.
-    if (is_whole(x) && !(x == 0 && std::signbit(x))) {
+    // A whole number's text reads back as the number itself; a step of one moves its digits in place.
+    if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
+      value.str->remember_number(x);
+    } else if (is_whole(x) && !(x == 0 && std::signbit(x))) {
       value.set_number_text(WholeText(x).view(), x);
     } else {
       value = RValue::text(increased_text(x));
@@ -319,7 +359,8 @@ bool ProgramInstance::planned_assignment(std::string_view name, int j) {
   std::string value;
   double number = 0;
   bool known = false;
-  if (planned_value(plan.value, value_text, value, &number)) known = plan.value.shape == ExpressionPlan::Shape::Chain;
+  // The statement's plan has checked the token: its expression's plan was read from it.
+  if (planned_value(plan.value, value_text, value, &number, true)) known = plan.value.shape == ExpressionPlan::Shape::Chain;
   else value = calculate_string(*this, value_text);
   RValue& stored = val[static_cast<size_t>(slots[0])];
   if (known) stored.set_number_text(value, number);

@@ -92,9 +92,11 @@ class ProgramInstance : public ExpressionContext {
   // The value of expression `text` by `plan` into `out` (and the number the
   // text stands for into `number`, when it is a chain's); false when the
   // general way must work it out.
-  bool planned_value(ExpressionPlan& plan, std::string_view text, std::string& out, double* number = nullptr);
+  // `verified`: the caller's plan has checked that `text` is the token the plan was read from.
+  bool planned_value(ExpressionPlan& plan, std::string_view text, std::string& out, double* number = nullptr,
+                     bool verified = false);
   // The number of the value of `text`, when the plan knows it is a whole number.
-  bool planned_number(ExpressionPlan& plan, std::string_view text, double& number);
+  bool planned_number(ExpressionPlan& plan, std::string_view text, double& number, bool verified = false);
 
   // ---------------------------------------------------------------------------
   // [SECTION] Values of names
@@ -246,7 +248,7 @@ class ProgramInstance : public ExpressionContext {
   // The table of main_code_ctrl: that program's, or this one's when it runs alone.
   ProgramInstance& main_table();
   // Reads `plan` from `text` unless it stands as read; false when the general way must take it.
-  bool expression_plan_ready(ExpressionPlan& plan, std::string_view text);
+  bool expression_plan_ready(ExpressionPlan& plan, std::string_view text, bool verified);
   // Whether, for an element, the main table's string value of `name` is what the general way gives.
   bool main_string_wins(ExpressionPlan& plan, std::string_view name);
   // The stored text of a name of a plan, or null when it has none.

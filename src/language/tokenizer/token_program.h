@@ -51,6 +51,8 @@ struct ExpressionPlan {
   std::vector<Operand> operands;
   std::string operators;      // between the operands: "+" (a "-" among them) or "*"
   bool sums = false;          // any "+" or "-": the answer is a sum, without trailing zeros
+  bool whole_numeral = false; // a numeral of a whole number,
+  double numeral = 0;         // and that number
 };
 
 // A statement at one position, read at its first run: "aumenta" and
