@@ -301,23 +301,29 @@ bool ProgramInstance::planned_change(int j, double sign) {
     if (plan.fixed_amount) plan.amount = text_to_real(calculate_string(*this, amount_text).c_str());
     plan.value.main_version = main.names_version();
   }
-  const int limit = std::min(vlen, static_cast<int>(std::min(vari.size(), val.size())));
-  for (const int v : slots_of(plan.slots, name, limit)) {
-    const double amount =
-        plan.fixed_amount ? plan.amount : text_to_real(calculate_string(*this, amount_text).c_str());
-    RValue& value = val[static_cast<size_t>(v)];
-    if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
-    const double x = value_to_real(value) + sign * amount;
-    // A whole number's text reads back as the number itself; a step of one moves its digits in place.
-    if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
-      value.str->remember_number(x);
-    } else if (is_whole(x) && !(x == 0 && std::signbit(x))) {
-      value.set_number_text(WholeText(x).view(), x);
-    } else {
-      value = RValue::text(increased_text(x));
+  // Each entry of the name below the length the table had when the walk was prepared, as the general way.
+  const auto change = [&](ProgramInstance& table, VariableSlots& cache, bool write_through) {
+    const int limit = std::min(table.vlen, static_cast<int>(std::min(table.vari.size(), table.val.size())));
+    for (const int v : table.slots_of(cache, name, limit)) {
+      const double amount =
+          plan.fixed_amount ? plan.amount : text_to_real(calculate_string(*this, amount_text).c_str());
+      RValue& value = table.val[static_cast<size_t>(v)];
+      if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
+      const double x = value_to_real(value) + sign * amount;
+      // A whole number's text reads back as the number itself; a step of one moves its digits in place.
+      if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
+        value.str->remember_number(x);
+      } else if (is_whole(x) && !(x == 0 && std::signbit(x))) {
+        value.set_number_text(WholeText(x).view(), x);
+      } else {
+        value = RValue::text(increased_text(x));
+      }
+      if (write_through && plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(value));
     }
-    if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(value));
-  }
+  };
+  change(*this, plan.slots, true);
+  // An element's increase reaches the program-wide variable of the name too.
+  if (esemplare && &main != this) change(main, plan.main_slots, false);
   return true;
 }
 

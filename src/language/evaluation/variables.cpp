@@ -17,23 +17,25 @@ namespace {
 // a built-in field, by the field's own setter (a move marks the box stale,
 // direction and speed derive the motion's other side), or a timer of the
 // element, kept in frames.
+// Reading one back needs no getter: each field's getter gives the field itself.
 struct Attribute {
   std::string_view name;
-  const char* field;  // null for the timers and the life time
-  int timer;          // 0 to 3 for TIMER_1 to TIMER_4, 4 for DURATA
+  const char* field;              // null for the timers and the life time
+  int timer;                      // 0 to 3 for TIMER_1 to TIMER_4, 4 for DURATA
+  float CInstance::*read = nullptr;  // the field a reading takes; null for the colour, an integer
 };
 constexpr int LIFE_TIME = 4;
 constexpr Attribute ATTRIBUTES[] = {
-    {"X", "x", -1},
-    {"Y", "y", -1},
-    {"TRASPARENZA", "image_alpha", -1},
-    {"ROTAZIONE", "image_angle", -1},
-    {"DIREZIONE", "direction", -1},
-    {"VELOCITA", "speed", -1},
-    {"SCALA_ASSE_X", "image_xscale", -1},
-    {"SCALA_ASSE_Y", "image_yscale", -1},
-    {"VELOCITA_ANIMAZIONE", "image_speed", -1},
-    {"FOTOGRAMMA", "image_index", -1},
+    {"X", "x", -1, &CInstance::x},
+    {"Y", "y", -1, &CInstance::y},
+    {"TRASPARENZA", "image_alpha", -1, &CInstance::image_alpha},
+    {"ROTAZIONE", "image_angle", -1, &CInstance::image_angle},
+    {"DIREZIONE", "direction", -1, &CInstance::direction},
+    {"VELOCITA", "speed", -1, &CInstance::speed},
+    {"SCALA_ASSE_X", "image_xscale", -1, &CInstance::image_xscale},
+    {"SCALA_ASSE_Y", "image_yscale", -1, &CInstance::image_yscale},
+    {"VELOCITA_ANIMAZIONE", "image_speed", -1, &CInstance::image_speed},
+    {"FOTOGRAMMA", "image_index", -1, &CInstance::image_index},
     {"COLORE", "image_blend", -1},
     {"TIMER_1", nullptr, 0},
     {"TIMER_2", nullptr, 1},
@@ -189,7 +191,6 @@ int ProgramInstance::attribute_of(std::string_view name) {
 double ProgramInstance::attribute(int index) const {
   const Attribute& a = ATTRIBUTES[static_cast<size_t>(index)];
   if (!a.field) return timer[a.timer];
-  RValue field;
-  variable_get(instance, field_id(static_cast<size_t>(index)), NO_ARRAY_INDEX, field);
-  return value_to_real(field);
+  if (a.read) return instance.*a.read;
+  return instance.image_blend;
 }

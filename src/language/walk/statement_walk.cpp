@@ -142,10 +142,12 @@ void ProgramInstance::execute_function_ext(int from, int to) {
 
     if (tkk == "aumenta" || tkk == "diminuisci") {
       const double sign = tkk == "aumenta" ? 1 : -1;
-      if (!planned_change(j, sign)) change_variable(*this, vlen, j, sign, true);
-      // An object's code changes the program-wide variable too.
-      if (ProgramInstance* main = main_program(); esemplare && main && main != this) {
-        change_variable(*main, main->vlen, j, sign, false);
+      if (!planned_change(j, sign)) {
+        change_variable(*this, vlen, j, sign, true);
+        // An object's code changes the program-wide variable too.
+        if (ProgramInstance* main = main_program(); esemplare && main && main != this) {
+          change_variable(*main, main->vlen, j, sign, false);
+        }
       }
     }
     if (token_text(j + 1) == "=") var_update_direct(tkk, j);
