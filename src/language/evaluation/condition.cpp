@@ -153,6 +153,7 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   for (size_t k = 0; k < plan.tokens.size(); ++k) {
     if (!still_reads(plan.held[k], program.tok[static_cast<size_t>(j) + 1 + k])) return false;
   }
+  condition_brace = brace;
   // Whole numbers for every operand: the comparisons need no formula.
   const auto whole_number = [&](size_t k, double& number) {
     return planned_number(plan.operands[k], plan.tokens[k], number, true);
@@ -206,6 +207,7 @@ int64_t ProgramInstance::condition_scan_end() const {
 }
 
 std::string ProgramInstance::tokenizza_boolean(int j) {
+  condition_brace = -1;
   if (std::string truth; plain_condition(j, condition_scan_end(), truth)) return truth;
   return read_condition(j);
 }

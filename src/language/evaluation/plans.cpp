@@ -362,15 +362,22 @@ bool ProgramInstance::planned_assignment(std::string_view name, int j) {
     if (reaches_main) assign_in_table(main, name, j);
     return true;
   }
-  std::string value;
-  double number = 0;
-  bool known = false;
-  // The statement's plan has checked the token: its expression's plan was read from it.
-  if (planned_value(plan.value, value_text, value, &number, true)) known = plan.value.shape == ExpressionPlan::Shape::Chain;
-  else value = calculate_string(*this, value_text);
   RValue& stored = val[static_cast<size_t>(slots[0])];
-  if (known) stored.set_number_text(value, number);
-  else stored = RValue::text(value);
+  double number = 0;
+  // The statement's plan has checked the token: its expression's plan was read from it. A sum is
+  // written straight from its digits.
+  if (expression_plan_ready(plan.value, value_text, true) && plan.value.shape == ExpressionPlan::Shape::Chain &&
+      plan.value.sums && chain_number(plan.value, number)) {
+    stored.set_number_text(WholeText(number).view(), number);
+  } else {
+    std::string value;
+    if (planned_value(plan.value, value_text, value, &number, true)) {
+      if (plan.value.shape == ExpressionPlan::Shape::Chain) stored.set_number_text(value, number);
+      else stored = RValue::text(value);
+    } else {
+      stored = RValue::text(calculate_string(*this, value_text));
+    }
+  }
   if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(stored));
   if (reaches_main) assign_in_table(main, name, j);
   return true;

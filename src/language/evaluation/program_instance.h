@@ -123,6 +123,8 @@ class ProgramInstance : public ExpressionContext {
   bool plain_condition(int j, int64_t end, std::string& truth);
   // Where the scans of a condition's tokens stop.
   int64_t condition_scan_end() const;
+  // The brace of the condition last worked out by its plan, -1 when the general reading took it.
+  int condition_brace = -1;
 
   // The text of token `k`; "" beyond the array or for an entry without text.
   std::string_view token_text(int k) const;

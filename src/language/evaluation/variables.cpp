@@ -176,6 +176,14 @@ int ProgramInstance::written_attribute(std::string_view name) {
 
 void ProgramInstance::write_attribute_number(int index, double number) {
   const Attribute& a = ATTRIBUTES[static_cast<size_t>(index)];
+  // A move, as the position's setter makes it: nothing for the same place, else the box is stale.
+  if (a.read == &CInstance::x || a.read == &CInstance::y) {
+    const auto place = static_cast<float>(number);
+    if (place == instance.*a.read) return;
+    instance.*a.read = place;
+    instance.set(instance_flag::BBOX_DIRTY, true);
+    return;
+  }
   if (a.field) variable_set(instance, field_id(static_cast<size_t>(index)), NO_ARRAY_INDEX, RValue::number(number));
   else if (a.timer == LIFE_TIME) durata = number * FRAMES_PER_SECOND;
   else timer[a.timer] = number * FRAMES_PER_SECOND;

@@ -57,8 +57,9 @@ void ProgramInstance::execute_if_ext(int j) {
   if (res == "error") return;
 
   // The brace that opens the block, and whether the block is dark at this moment.
-  // The marks and the brace are ASCII: a byte search finds them only at character starts.
-  int oo = 1;
+  // The marks and the brace are ASCII: a byte search finds them only at character starts. A condition's
+  // plan knows its brace: the first token behind "se" that holds one.
+  int oo = condition_brace > iff ? condition_brace - iff : 1;
   while (token_text(iff + oo).find('{') == std::string_view::npos) {
     if (j + ++oo >= static_cast<int>(program.tok.size())) return;
   }
