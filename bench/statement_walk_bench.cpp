@@ -53,32 +53,24 @@ BENCHMARK(BM_walk_increase)->Unit(benchmark::kMillisecond);
 
 // Four statements a pass, as a learner's loop mixes them: an assignment with
 // an expression, a condition, an increase and a decrease (the condition's own
-// increase runs in most passes and isn't counted).
-void BM_walk_mixed_body(benchmark::State& state) {
-  run(state,
-      "INIZIA X = 0 Y = 0 Z = 0 W = 0\n"
-      "ripeti per 100000 volte {\n"
-      "Y = X*2+1\n"
-      "se Y > 10 allora aumenta Z di 1 .\n"
-      "aumenta X di 1\n"
-      "diminuisci W di 1\n"
-      "}\nCICLO CONTINUO",
-      4e5, "W", -1e5);
+// increase runs in most passes and isn't counted); `extra` is a fifth.
+std::string mixed_body(const std::string& extra) {
+  return "INIZIA X = 0 Y = 0 Z = 0 V = 0 W = 0\n"
+         "ripeti per 100000 volte {\n"
+         "Y = X*2+1\n"
+         "se Y > 10 allora aumenta Z di 1 .\n"
+         "aumenta X di 1\n" +
+         extra +
+         "diminuisci W di 1\n"
+         "}\nCICLO CONTINUO";
 }
+
+void BM_walk_mixed_body(benchmark::State& state) { run(state, mixed_body(""), 4e5, "W", -1e5); }
 BENCHMARK(BM_walk_mixed_body)->Unit(benchmark::kMillisecond);
 
 // The mixed body with a value function of a family as a fifth statement.
 void BM_walk_mixed_body_with_a_value_function(benchmark::State& state) {
-  run(state,
-      "INIZIA X = 0 Y = 0 Z = 0 V = 0 W = 0\n"
-      "ripeti per 100000 volte {\n"
-      "Y = X*2+1\n"
-      "se Y > 10 allora aumenta Z di 1 .\n"
-      "aumenta X di 1\n"
-      "V = ottieni_il_doppio_di (VALORE: X)\n"
-      "diminuisci W di 1\n"
-      "}\nCICLO CONTINUO",
-      5e5, "W", -1e5);
+  run(state, mixed_body("V = ottieni_il_doppio_di (VALORE: X)\n"), 5e5, "W", -1e5);
 }
 BENCHMARK(BM_walk_mixed_body_with_a_value_function)->Unit(benchmark::kMillisecond);
 
