@@ -60,6 +60,12 @@ struct ExpressionPlan {
 // name's slots and its element attribute resolved once.
 struct StatementPlan {
   enum class Shape : uint8_t { Unread, General, Change, Assignment };
+  // The position's first word and the token behind it as the walk last read them, held.
+  enum class Word : uint8_t { Other, Aumenta, Diminuisci, Finche, Ripeti, Se };
+  RValue word_token, next_token;
+  Word word = Word::Other;
+  bool assigns = false;  // "=" stands behind the word
+
   Shape shape = Shape::Unread;
   RValue name_token, value_token;  // the tokens the plan was read from, held (see still_reads)
   int attribute = -1;              // the element attribute the name writes through, or -1

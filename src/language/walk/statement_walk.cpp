@@ -133,15 +133,28 @@ void ProgramInstance::mem_function(int from, int to) {
 // [SECTION] execute_function_ext
 
 void ProgramInstance::execute_function_ext(int from, int to) {
-  const int end = std::min(to, static_cast<int>(program.tok_ok.size()));
+  using Word = StatementPlan::Word;
+  const int end = std::min({to, static_cast<int>(program.tok_ok.size()), static_cast<int>(program.statement_plans.size())});
   for (int j = std::max(from, 0); j < end; ++j) {
     if (!program.tok_ok[static_cast<size_t>(j)]) continue;
     // A reference keeps the text alive whatever the statement does to the array.
     const RValue token = program.tok[static_cast<size_t>(j)];
     const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();
+    // The word is read again only when the token is no longer the string held.
+    StatementPlan& at = program.statement_plans[static_cast<size_t>(j)];
+    if (!still_reads(at.word_token, token)) {
+      at.word_token = token;
+      at.word = tkk == "aumenta"      ? Word::Aumenta
+                : tkk == "diminuisci" ? Word::Diminuisci
+                : tkk == "finche"     ? Word::Finche
+                : tkk == "ripeti"     ? Word::Ripeti
+                : tkk == "se"         ? Word::Se
+                                      : Word::Other;
+    }
+    const Word word = at.word;
 
-    if (tkk == "aumenta" || tkk == "diminuisci") {
-      const double sign = tkk == "aumenta" ? 1 : -1;
+    if (word == Word::Aumenta || word == Word::Diminuisci) {
+      const double sign = word == Word::Aumenta ? 1 : -1;
       if (!planned_change(j, sign)) {
         change_variable(*this, vlen, j, sign, true);
         // An object's code changes the program-wide variable too.
@@ -150,7 +163,15 @@ void ProgramInstance::execute_function_ext(int from, int to) {
         }
       }
     }
-    if (token_text(j + 1) == "=") var_update_direct(tkk, j);
+    if (static_cast<size_t>(j) + 1 < program.tok.size() && static_cast<size_t>(j) < program.statement_plans.size()) {
+      StatementPlan& behind = program.statement_plans[static_cast<size_t>(j)];
+      const RValue& next = program.tok[static_cast<size_t>(j) + 1];
+      if (!still_reads(behind.next_token, next)) {
+        behind.next_token = next;
+        behind.assigns = next.is(Kind::String) && next.string_view() == "=";
+      }
+      if (behind.assigns) var_update_direct(tkk, j);
+    }
 
     const uint32_t first = program.candidates_from[static_cast<size_t>(j)];
     const uint32_t last = program.candidates_from[static_cast<size_t>(j) + 1];
@@ -161,9 +182,9 @@ void ProgramInstance::execute_function_ext(int from, int to) {
     }
 
     // Only the loops' and the condition's own words can start them.
-    if (tkk == "finche") execute_while_ext(j);
-    if (tkk == "ripeti") execute_repeat_ext(j);
-    if (tkk == "se") execute_if_ext(j);
+    if (word == Word::Finche) execute_while_ext(j);
+    if (word == Word::Ripeti) execute_repeat_ext(j);
+    if (word == Word::Se) execute_if_ext(j);
   }
 }
 
