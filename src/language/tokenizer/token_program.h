@@ -103,6 +103,7 @@ struct TokenProgram {
   int INIZIA = 0;   // the position of "INIZIA": the block run once
   int DISEGNA = 0;  // the position of "CICLO_CONTINUO": the block run every frame
   std::vector<int> tok_ok;               // 1 where a position can start a statement
+  std::vector<int> next_ok;              // the first position from each one on that can, or tok_ok's size
   std::vector<int> mem_argn;             // arguments counted for the call at a position; 0 not yet
   std::vector<std::string> pixel_art;    // the picture text of a pixel-art call at a position
   std::vector<int> pixel_surf;           // its cached surface, -4 for none

@@ -127,6 +127,11 @@ void ProgramInstance::mem_function(int from, int to) {
     }
   }
   program.candidates_from.back() = static_cast<uint32_t>(program.candidates.size());
+  // The walk goes from one position that can start a statement to the next.
+  program.next_ok.assign(program.tok_ok.size() + 1, static_cast<int>(program.tok_ok.size()));
+  for (size_t i = program.tok_ok.size(); i-- > 0;) {
+    program.next_ok[i] = program.tok_ok[i] ? static_cast<int>(i) : program.next_ok[i + 1];
+  }
 }
 
 // ---------------------------------------------------------------------------
@@ -135,8 +140,10 @@ void ProgramInstance::mem_function(int from, int to) {
 void ProgramInstance::execute_function_ext(int from, int to) {
   using Word = StatementPlan::Word;
   const int end = std::min({to, static_cast<int>(program.tok_ok.size()), static_cast<int>(program.statement_plans.size())});
+  if (program.next_ok.size() != program.tok_ok.size() + 1) return;
   for (int j = std::max(from, 0); j < end; ++j) {
-    if (!program.tok_ok[static_cast<size_t>(j)]) continue;
+    j = program.next_ok[static_cast<size_t>(j)];
+    if (j >= end) break;
     // A reference keeps the text alive whatever the statement does to the array.
     const RValue token = program.tok[static_cast<size_t>(j)];
     const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();
