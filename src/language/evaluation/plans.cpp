@@ -47,6 +47,16 @@ bool read_whole_number(std::string_view t, bool signed_ok, double& out) {
   return true;
 }
 
+// The number of a value that is a whole number's text, from the string's
+// own knowledge when a plan wrote it, else from its digits.
+bool whole_value(const RValue& value, double& out) {
+  if (value.str && value.str->number_is_digits) {
+    out = value.str->number;
+    return true;
+  }
+  return read_whole_number(value.string_view(), true, out);
+}
+
 // The text that the evaluator gives for a sum: ten decimals with the zeros
 // at the end taken off, which for a whole number are its digits.
 struct WholeText {
@@ -217,7 +227,7 @@ bool ProgramInstance::chain_number(ExpressionPlan& plan, double& out) {
     double v = operand.number;
     if (!operand.name.empty()) {
       const RValue* value = named_value(operand, operand.name);
-      if (!value || !read_whole_number(value->string_view(), true, v)) return false;
+      if (!value || !whole_value(*value, v)) return false;
     }
     if (operand.negated) v = 0 - v;
     product = k > 0 && plan.operators[k - 1] == '*' ? product * v : v;
@@ -267,7 +277,7 @@ bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text
     case ExpressionPlan::Shape::Name: {
       if (main_string_wins(plan, text)) return false;
       const RValue* value = named_value(plan.operands[0], text);
-      return value && read_whole_number(value->string_view(), true, number);
+      return value && whole_value(*value, number);
     }
     case ExpressionPlan::Shape::Chain: return chain_number(plan, number);
     default: return false;
@@ -313,8 +323,9 @@ bool ProgramInstance::planned_change(int j, double sign) {
       // A whole number's text reads back as the number itself; a step of one moves its digits in place.
       if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
         value.str->remember_number(x);
+        value.str->number_is_digits = true;
       } else if (is_whole(x) && !(x == 0 && std::signbit(x))) {
-        value.set_number_text(WholeText(x).view(), x);
+        value.set_number_text(WholeText(x).view(), x, true);
       } else {
         value = RValue::text(increased_text(x));
       }
@@ -368,7 +379,7 @@ bool ProgramInstance::planned_assignment(std::string_view name, int j) {
   // written straight from its digits.
   if (expression_plan_ready(plan.value, value_text, true) && plan.value.shape == ExpressionPlan::Shape::Chain &&
       plan.value.sums && chain_number(plan.value, number)) {
-    stored.set_number_text(WholeText(number).view(), number);
+    stored.set_number_text(WholeText(number).view(), number, std::fabs(number) < 1e15);
   } else {
     std::string value;
     if (planned_value(plan.value, value_text, value, &number, true)) {

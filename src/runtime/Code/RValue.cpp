@@ -88,6 +88,7 @@ RefString* RefString::allocate(uint32_t capacity) {
   s->refcount = 0;
   s->size = 0;
   s->number_known = false;
+  s->number_is_digits = false;
   s->data()[0] = '\0';
   return s;
 }
@@ -156,14 +157,14 @@ RValue RValue::ref(uint32_t type_code, int32_t index) {
 
 RValue RValue::text(std::string_view text) { return adopt(RefString::make(text)); }
 
-void RValue::set_number_text(std::string_view text, double number) {
-  if (is(Kind::String) && str && str->refcount == 1 && str->size == static_cast<int32_t>(text.size())) {
+void RValue::set_number_text(std::string_view text, double number, bool digits) {
+  if (!(is(Kind::String) && str && str->refcount == 1 && str->size == static_cast<int32_t>(text.size()))) {
+    *this = RValue::text(text);
+  } else {
     std::memcpy(str->data(), text.data(), text.size());
-    str->remember_number(number);
-    return;
   }
-  *this = RValue::text(text);
   str->remember_number(number);
+  str->number_is_digits = digits;
 }
 
 RValue RValue::constant(RefStringConstant& c) {

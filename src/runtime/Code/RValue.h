@@ -70,6 +70,9 @@ struct RefString {
   // never changes, so neither does its number. Constants keep none.
   double number = 0;
   bool number_known = false;
+  // The text is the number's own digits (a minus sign, no zeros in front, at
+  // most 15 digits): who wrote it so can read the number without the text.
+  bool number_is_digits = false;
 
   uint32_t length() const { return static_cast<uint32_t>(size) & 0x7FFFFFFFu; }
   std::string_view view() const { return text ? std::string_view(text, length()) : std::string_view(); }
@@ -85,6 +88,7 @@ struct RefString {
     s->data()[length] = '\0';
     s->size = static_cast<int32_t>(length);
     s->number_known = false;
+    s->number_is_digits = false;
     return s;
   }
   // Keeps `n` as the number of the text, unless the text is a constant.
@@ -152,7 +156,8 @@ struct RValue {
   // Makes this value the text `text` standing for `number`, which the text
   // must read back as exactly. A string of the same length that nobody else
   // holds is written over in place, without a new allocation.
-  void set_number_text(std::string_view text, double number);
+  // `digits`: the text is the number's own digits (see RefString::number_is_digits).
+  void set_number_text(std::string_view text, double number, bool digits = false);
   // Takes a fresh RefString (refcount 0) made by RefString::make/allocate.
   static RValue adopt(RefString* s);
   // Takes an array body; raises its refcount.
