@@ -86,9 +86,14 @@ bool step_in_place(RValue& value, bool up) {
   const bool negative = text[0] == '-';
   char* first = negative ? text + 1 : text;
   char* last = text + s->size - 1;
-  if (first > last || (*first == '0' && (last > first || negative))) return false;
-  for (const char* c = first; c <= last; ++c) {
-    if (*c < '0' || *c > '9') return false;
+  // A text that a plan wrote is known to be digits; any other is looked at.
+  if (!s->number_is_digits) {
+    if (first > last || (*first == '0' && (last > first || negative))) return false;
+    for (const char* c = first; c <= last; ++c) {
+      if (*c < '0' || *c > '9') return false;
+    }
+  } else if (*first == '0' && negative) {
+    return false;  // "-0"
   }
   // The magnitude grows for +1 on a positive number and for -1 on a negative one.
   if (up != negative) {
@@ -319,7 +324,8 @@ bool ProgramInstance::planned_change(int j, double sign) {
           plan.fixed_amount ? plan.amount : text_to_real(calculate_string(*this, amount_text).c_str());
       RValue& value = table.val[static_cast<size_t>(v)];
       if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
-      const double x = value_to_real(value) + sign * amount;
+      const bool known = value.is(Kind::String) && value.str && value.str->number_known;
+      const double x = (known ? value.str->number : value_to_real(value)) + sign * amount;
       // A whole number's text reads back as the number itself; a step of one moves its digits in place.
       if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
         value.str->remember_number(x);
