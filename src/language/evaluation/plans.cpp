@@ -172,8 +172,7 @@ std::string increased_text(double x) {
   return text;
 }
 
-const std::vector<int>& ProgramInstance::slots_of(VariableSlots& cache, std::string_view name, int limit) const {
-  if (cache.version == names_version_ && cache.limit == limit) return cache.slots;
+const std::vector<int>& ProgramInstance::find_slots(VariableSlots& cache, std::string_view name, int limit) const {
   cache.slots.clear();
   for (int v = find_variable(name); v >= 0 && v < limit; v = next_variable(name, v)) cache.slots.push_back(v);
   // Read after the lookups, which may have made the index anew.

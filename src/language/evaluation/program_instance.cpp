@@ -14,7 +14,6 @@ std::unordered_map<int32_t, ProgramInstance*>& programs_by_instance() {
 }
 
 int g_esemplari = 0;
-ProgramInstance* g_main_program = nullptr;
 
 }  // namespace
 
@@ -28,12 +27,10 @@ ProgramInstance::~ProgramInstance() {
   auto& programs = programs_by_instance();
   if (auto it = programs.find(instance.id); it != programs.end() && it->second == this) programs.erase(it);
   if (esemplare) --g_esemplari;
-  if (g_main_program == this) g_main_program = nullptr;
+  if (main_program() == this) set_main_program(nullptr);
 }
 
-ProgramInstance* main_program() { return g_main_program; }
-
-void set_main_program(ProgramInstance* program) { g_main_program = program; }
+void set_main_program(ProgramInstance* program) { program_instance_detail::main = program; }
 
 ProgramInstance* program_of_instance(int32_t id) {
   auto& programs = programs_by_instance();
@@ -64,7 +61,6 @@ std::string ProgramInstance::value_text(int k) const {
   return value.is(Kind::String) ? std::string(value.string_view()) : value_to_text(value);
 }
 
-ProgramInstance& ProgramInstance::main_table() { return g_main_program ? *g_main_program : *this; }
 
 // ---------------------------------------------------------------------------
 // The lookup index. Every name of every expression is looked up, in every

@@ -79,7 +79,10 @@ class ProgramInstance : public ExpressionContext {
   uint64_t names_version() const { return names_version_; }
   // The positions of `name` below `limit`, as find_variable and
   // next_variable give them, kept in `cache` while the names stand.
-  const std::vector<int>& slots_of(VariableSlots& cache, std::string_view name, int limit) const;
+  const std::vector<int>& slots_of(VariableSlots& cache, std::string_view name, int limit) const {
+    if (cache.version == names_version_ && cache.limit == limit) return cache.slots;
+    return find_slots(cache, name, limit);
+  }
 
   // ---------------------------------------------------------------------------
   // [SECTION] Plans: the shortcuts of the statement walk
@@ -274,6 +277,8 @@ class ProgramInstance : public ExpressionContext {
 
   // Makes the lookup index anew from vari.
   void rebuild_index() const;
+  // Finds the positions of `name` below `limit` into `cache`.
+  const std::vector<int>& find_slots(VariableSlots& cache, std::string_view name, int limit) const;
   // The positions of each name in vari, in ascending order. Mutable: it is
   // made again on demand when vari changed size behind the table's back.
   mutable std::unordered_map<std::string, std::vector<int>, VariableNameHash, std::equal_to<>>
@@ -283,8 +288,15 @@ class ProgramInstance : public ExpressionContext {
   std::vector<std::pair<const void*, std::unique_ptr<FamilyMemory>>> family_memory_;
 };
 
+namespace program_instance_detail {
+inline ProgramInstance* main = nullptr;  // set through set_main_program
+}
 // The program of main_code_ctrl, or null when no program runs.
-ProgramInstance* main_program();
+inline ProgramInstance* main_program() { return program_instance_detail::main; }
+inline ProgramInstance& ProgramInstance::main_table() {
+  ProgramInstance* main = main_program();
+  return main ? *main : *this;
+}
 // Names the program of main_code_ctrl (null when the run ends).
 void set_main_program(ProgramInstance* program);
 // The program run by the instance with this id, or null.
