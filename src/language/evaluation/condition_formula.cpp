@@ -162,14 +162,14 @@ bool single_comparison(ExpressionContext& ctx, std::string_view f, bool& out) {
 }  // namespace
 
 bool compare_numbers(double x, std::string_view sign, double y) {
-  const RValue a = RValue::number(x);
-  const RValue b = RValue::number(y);
-  if (sign == "=") return a == b;
-  if (sign == ">") return a > b;
-  if (sign == "<") return a < b;
-  if (sign == "#") return a >= b;
-  if (sign == "@") return a <= b;
-  return a != b;
+  // As the runtime's comparisons of two numbers answer.
+  const int order = CompareNumbers(x, y);
+  if (sign == "=") return order == 0;
+  if (sign == ">") return order > 0;
+  if (sign == "<") return order < 0;
+  if (sign == "#") return order >= 0;
+  if (sign == "@") return order <= 0;
+  return order != 0;
 }
 
 bool plain_comparisons(ExpressionContext& ctx, std::string_view f, std::string& out) {

@@ -374,6 +374,8 @@ int CompareValues(const RValue& a, const RValue& b, double epsilon, bool raise) 
   return ka != Kind::Number ? 1 : -1;
 }
 
+int CompareNumbers(double a, double b) { return compare_doubles(a, b, COMPARE_EPSILON); }
+
 bool operator==(const RValue& a, const RValue& b) { return CompareValues(a, b, COMPARE_EPSILON, false) == 0; }
 bool operator!=(const RValue& a, const RValue& b) { return !(a == b); }
 bool operator<(const RValue& a, const RValue& b) {

@@ -27,6 +27,8 @@ RValue operator%(const RValue& a, const RValue& b);
 // Three-way compare: 0 equal, -1 or 1 by order, -2 incomparable. With
 // raise_errors, a failed conversion is fatal instead of reading as unequal.
 int CompareValues(const RValue& a, const RValue& b, double epsilon, bool raise_errors);
+// The order of two numbers as CompareValues gives it with the comparisons' epsilon: -1, 0 or 1.
+int CompareNumbers(double a, double b);
 
 bool operator==(const RValue& a, const RValue& b);
 bool operator!=(const RValue& a, const RValue& b);
