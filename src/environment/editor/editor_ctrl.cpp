@@ -52,11 +52,7 @@ bool exists(const char* object) {
   return o && !o->instances.empty();
 }
 
-void destroy_all(const char* object) {
-  if (const CObject* o = object_get(object_find(object))) {
-    for (CInstance* i : std::vector<CInstance*>(o->instances)) instance_destroy(*i);
-  }
-}
+void destroy_all(const char* object) { instances_destroy(object_find(object)); }
 
 std::string sha1_hex(std::string_view text) { return std::string(rt::sha1_string_utf8(text).string_view()); }
 

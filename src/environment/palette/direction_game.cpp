@@ -58,9 +58,7 @@ class GiocoMovIntCtrl : public CInstance {
     }
   }
 
-  void destroy() {
-    for (CInstance* button : std::vector<CInstance*>(object_get(g_button)->instances)) instance_destroy(*button);
-  }
+  void destroy() { instances_destroy(g_button); }
 };
 
 }  // namespace

@@ -50,12 +50,6 @@ int group_of(int category) {
   return 0;
 }
 
-void destroy_all_of(int32_t object) {
-  if (const CObject* o = object_get(object)) {
-    for (CInstance* i : std::vector<CInstance*>(o->instances)) instance_destroy(*i);
-  }
-}
-
 // A press on a group or a category leaves the Funzioni panel open: it goes one level down.
 bool pointer_on_category() {
   const auto mx = static_cast<float>(mouse_x()), my = static_cast<float>(mouse_y());
@@ -75,8 +69,8 @@ class TastoPrincFunz : public FunctionLevel {
   using FunctionLevel::FunctionLevel;
 
   void press() override {
-    destroy_all_of(g_category);
-    destroy_all_of(g_function);
+    instances_destroy(g_category);
+    instances_destroy(g_function);
     const CategoryRange range = group_categories(static_cast<int>(image_index));
     for (int c = range.first; c <= range.last; ++c) {
       instance_create(static_cast<float>(CATEGORY_X), static_cast<float>(CATEGORY_TOP + CATEGORY_STEP * (c - range.first)),
@@ -175,7 +169,7 @@ class FunzioniInt : public FunctionLevel {
     const CObject* categories = object_get(g_category);
     for (CInstance* other : categories->instances) static_cast<FunzioniInt*>(other)->select = 0;
     select = 1;
-    destroy_all_of(g_function);
+    instances_destroy(g_function);
     const int category = static_cast<int>(image_index);
     const auto functions = category_functions(category);
     for (int i = 0; i < MAX_FUNCTIONS; ++i) {

@@ -29,12 +29,6 @@ constexpr int ICON_UNDO = 9, ICON_SCREENSHOT = 10;
 
 int32_t g_sensor = -1;
 
-void destroy_instances_of(const char* object) {
-  if (const CObject* o = object_get(object_find(object))) {
-    for (CInstance* i : std::vector<CInstance*>(o->instances)) instance_destroy(*i);
-  }
-}
-
 void set_icons_selected(bool selected, double x, double y) {
   const CObject* icons = object_get(object_find("icona_gen"));
   if (!icons) return;
@@ -94,11 +88,11 @@ void insert_at_caret(std::string_view snippet) {
 void close_palette() {
   environment_globals().ico_select = 0;
   set_icons_selected(false, 0, 0);
-  for (const char* object : PANEL_OBJECTS) destroy_instances_of(object);
+  for (const char* object : PANEL_OBJECTS) instances_destroy(object_find(object));
 }
 
 void open_palette_panel(int image_index, double x, double y) {
-  for (const char* object : PANEL_OBJECTS) destroy_instances_of(object);
+  for (const char* object : PANEL_OBJECTS) instances_destroy(object_find(object));
   if (first_active_instance(g_sensor) == nullptr) {
     instance_create(0, 0, g_sensor, 0, [](CInstance& sensor) { sensor.mask_index = entry_mask(1, 1); });
   }

@@ -130,6 +130,13 @@ CInstance* instance_create(float x, float y, int32_t object_index, float depth,
   return instance;
 }
 
+void instances_destroy(int32_t object) {
+  const CObject* o = object_get(object);
+  if (!o) return;
+  // The list shrinks as they go: a copy is walked.
+  for (CInstance* i : std::vector<CInstance*>(o->instances)) instance_destroy(*i);
+}
+
 void instance_destroy(CInstance& instance, bool run_destroy) {
   if (instance.has(instance_flag::MARKED) || instance.has(instance_flag::DEACTIVATED)) return;
   if (run_destroy && !instance.has(instance_flag::DESTROYED)) {

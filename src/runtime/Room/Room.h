@@ -74,6 +74,8 @@ CInstance* instance_create(float x, float y, int32_t object, float depth,
 // Destroys `instance`: Destroy (when `run_destroy`) and Cleanup run at once,
 // the instance leaves iteration and is freed at the next deletion pass.
 void instance_destroy(CInstance& instance, bool run_destroy = true);
+// Destroys every instance of `object` (its direct instances), as `with (object) instance_destroy()`.
+void instances_destroy(int32_t object);
 // The instance with this id if it exists and is active, else null.
 CInstance* instance_find(int32_t id);
 // The oldest instance of `object` not on its way out, or null.
