@@ -159,6 +159,50 @@ void EditorCtrl::load(const std::string& text) {
   original_message = sha1_hex(message_box);
 }
 
+void EditorCtrl::insert_across_slides(std::string_view snippet) {
+  ObjInputText& b = box();
+  Chars page = b.text;
+  const auto caret = static_cast<size_t>(std::clamp(b.caret(), 1, static_cast<int>(page.size()) + 1));
+  Chars inserted = chars_of(snippet);
+  std::erase(inserted, U'\r');
+  page.insert(page.begin() + static_cast<std::ptrdiff_t>(caret - 1), inserted.begin(), inserted.end());
+  // The caret's line in the whole program, and its column in bytes.
+  std::string before;
+  for (int k = 1; k < slide_index; ++k) before += slide_text[static_cast<size_t>(k)];
+  before += utf8_of(page, 0, caret - 1 + inserted.size());
+  const auto caret_line = static_cast<int>(std::count(before.begin(), before.end(), '\n'));
+  const size_t column = before.size() - (before.rfind('\n') == std::string::npos ? 0 : before.rfind('\n') + 1);
+  slide_text[static_cast<size_t>(slide_index)] = utf8_of(page);
+  const std::string whole = whole_program();
+
+  // Pages of 39 lines again, each ending behind its 39th line feed: joined, they are the program as it was.
+  destroy_tabs();
+  slide_text = {"", ""};
+  n_slide = 1;
+  int feeds = 0;
+  for (const char c : whole) {
+    slide_text.back().push_back(c);
+    if (c == '\n' && ++feeds == SLIDE_LINES - 1) {
+      feeds = 0;
+      slide_text.emplace_back();
+      ++n_slide;
+    }
+  }
+  for (int k = 1; n_slide > 1 && k <= n_slide; ++k) create_tab(k);
+
+  slide_index = std::min(caret_line / (SLIDE_LINES - 1) + 1, n_slide);
+  const std::string& shown = slide_text[static_cast<size_t>(slide_index)];
+  size_t line_start = 0;
+  for (int line = caret_line % (SLIDE_LINES - 1); line > 0; --line) line_start = shown.find('\n', line_start) + 1;
+  b.set_text_from_outside(shown);
+  b.cursor_special = 1;
+  b.cursor_position = static_cast<int>(chars_of(std::string_view(shown).substr(0, line_start + column)).size()) + 1;
+  b.undo_redo_text_list.clear();
+  b.undo_redo_cursor_position_list.clear();
+  b.undo_redo_position = 0;
+  message_box = shown;
+}
+
 void EditorCtrl::blank_slides() {
   for (std::string& slide : slide_text) slide.clear();
   box().set_text_from_outside("");

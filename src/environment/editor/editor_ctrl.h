@@ -41,6 +41,9 @@ class EditorCtrl : public CInstance, public CodeBoxSlides {
   void load(const std::string& text);
   // Empties every slide and the box, keeping the slides and tabs.
   void blank_slides();
+  // Writes `snippet` at the caret of the slide on show when the slide would hold more than a page:
+  // the program is cut into pages again and the caret, behind the snippet, goes to its page.
+  void insert_across_slides(std::string_view snippet);
   // An empty project without a name.
   void new_project();
   // Opens the ready kit at `path` as a new project without a name, out of the tutorial; a kit that

@@ -82,6 +82,12 @@ void insert_at_caret(std::string_view snippet) {
   EditorCtrl* editor = editor_ctrl();
   if (!editor) return;
   ObjInputText& box = editor->box();
+  // A snippet that would take the page past its lines goes on over the next pages, whole.
+  const auto feeds = std::count(box.text.begin(), box.text.end(), U'\n') + std::count(snippet.begin(), snippet.end(), '\n');
+  if (feeds >= SLIDE_LINES) {
+    editor->insert_across_slides(snippet);
+    return;
+  }
   box.replace_from_outside(box.caret(), box.caret(), snippet);
 }
 

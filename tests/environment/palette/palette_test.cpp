@@ -334,4 +334,24 @@ TEST_F(Palette, FunzioniAtItsThirdLevelAndColoriAreDrawnFinished) {
   EXPECT_TRUE(near(colori, 1140, 395, 255, 255, 255)) << "the box with the swatch's red, green and blue";
 }
 
+TEST_F(Palette, ASnippetThatOverfillsThePageGoesOnToTheNextOneWhole) {
+  std::string page;
+  for (int k = 1; k <= 38; ++k) page += "riga " + std::to_string(k) + "\n";
+  ObjInputText& box = editor().box();
+  box.set_text_from_outside(page);
+  steps(1);
+  box.cursor_position = static_cast<int>(box.text.size()) + 1;
+  open(COSTRUTTI);
+  steps(GRACE);
+  const CInstance* repeat = elements("costrutto_int").at(3);
+  tap(left(repeat) + 12, top(repeat) + 12);
+  frames(2);
+  std::string snippet = costrutto_text(Costrutto::Ripeti);
+  std::erase(snippet, '\r');
+  EXPECT_EQ(editor().whole_program(), page + snippet) << "nothing of the program or of the block is lost";
+  ASSERT_EQ(editor().n_slide, 2);
+  EXPECT_EQ(editor().slide_index, 2) << "the caret's page is on show";
+  EXPECT_EQ(box.caret(), static_cast<int>(box.text.size()) + 1) << "behind the block";
+}
+
 }  // namespace
