@@ -3,11 +3,9 @@
 // be sure of giving the same text.
 #include "language/evaluation/plans.h"
 
-#include <charconv>
-#include <climits>
 #include <algorithm>
+#include <climits>
 #include <cmath>
-#include <cstring>
 
 #include "language/evaluation/numeric_expression.h"
 #include "language/evaluation/program_instance.h"
