@@ -7,6 +7,7 @@
 
 #include "language/evaluation/error_frame.h"
 #include "language/evaluation/numeric_expression.h"
+#include "language/evaluation/plans.h"
 #include "language/evaluation/program_instance.h"
 #include "language/evaluation/run_end.h"
 #include "language/tokenizer/tokenization.h"
@@ -224,7 +225,7 @@ void Esemplare::copy_attributes_to_variables(bool at_start) {
       if (!timer && stored.is(Kind::String) && string_is_real(stored.string_view()) == value) continue;
     }
     // A whole number's text reads back as the number itself, and rewrites the old text in place when it can.
-    if (value == std::trunc(value) && std::fabs(value) < 1e15 && !(value == 0 && std::signbit(value))) {
+    if (is_digits_number(value)) {
       stored.set_number_text(number_text(value), value);
     } else {
       stored = RValue::text(number_text(value));

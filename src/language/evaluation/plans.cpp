@@ -161,9 +161,11 @@ bool& plans_enabled() {
   return enabled;
 }
 
+bool is_digits_number(double x) { return is_whole(x) && !(x == 0 && std::signbit(x)); }
+
 std::string increased_text(double x) {
   // A whole number has only zeros to take off: its digits are the answer.
-  if (is_whole(x) && !(x == 0 && std::signbit(x))) return std::string(WholeText(x).view());
+  if (is_digits_number(x)) return std::string(WholeText(x).view());
   std::string text = ten_decimal_text(x);
   if (text.find('.') != std::string::npos) {
     text.erase(text.find_last_not_of('0') + 1);
@@ -329,7 +331,7 @@ bool ProgramInstance::planned_change(int j, double sign) {
       if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
         value.str->remember_number(x);
         value.str->number_is_digits = true;
-      } else if (is_whole(x) && !(x == 0 && std::signbit(x))) {
+      } else if (is_digits_number(x)) {
         value.set_number_text(WholeText(x).view(), x, true);
       } else {
         value = RValue::text(increased_text(x));

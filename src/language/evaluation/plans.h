@@ -13,6 +13,10 @@
 // Whether the walk takes its shortcuts: a test turns them off to compare.
 bool& plans_enabled();
 
+// Whether `x` is a whole number whose shortest text is its digits: below
+// 10^15 and not the negative zero.
+bool is_digits_number(double x);
+
 // The text that "aumenta" and "diminuisci" store for `x`: ten decimals, then
 // the zeros at the end and a point left alone taken off.
 std::string increased_text(double x);
