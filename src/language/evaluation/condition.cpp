@@ -107,25 +107,33 @@ ConditionPlan plan_condition(const ProgramInstance& p, int j, int64_t end) {
   return plan;
 }
 
-// Comparisons of numbers joined by logic words, from the operands' numbers:
-// what plain_comparisons reads from the lettered formula, without writing it
-// and cutting it again. False for a chain it doesn't take, "!=" among them
-// (whose letter the formula's one-byte reading doesn't know).
-template <class NumberOf>
-bool numeral_comparisons(const ConditionPlan& plan, NumberOf&& number_of, std::string& truth) {
-  bool result = false;
-  std::string_view joined_by;
+// Whether a plain condition is comparisons joined by logic words, as
+// numeral_comparisons takes it: "!=" isn't among them (its letter is one the
+// formula's one-byte reading doesn't know).
+bool is_comparison_chain(const ConditionPlan& plan) {
   for (size_t k = 0;; k += 4) {
     if (k + 2 >= plan.tokens.size()) return false;
     const std::string_view sign = plan.signs[k + 1];
     if (sign != "=" && sign != ">" && sign != "<" && sign != "#" && sign != "@") return false;
+    if (k + 3 >= plan.tokens.size()) return true;
+    const std::string_view joined_by = plan.signs[k + 3];
+    if (joined_by != "e" && joined_by != "o" && joined_by != "x") return false;
+  }
+}
+
+// The comparisons of a comparison chain from the operands' numbers: what
+// plain_comparisons reads from the lettered formula, without writing it and
+// cutting it again. False when an operand has no number.
+template <class NumberOf>
+bool numeral_comparisons(const ConditionPlan& plan, NumberOf&& number_of, std::string& truth) {
+  if (!plan.comparison_chain) return false;
+  bool result = false;
+  for (size_t k = 0; k < plan.tokens.size(); k += 4) {
     double left = 0, right = 0;
     if (!number_of(k, left) || !number_of(k + 2, right)) return false;
-    const bool v = compare_numbers(left, sign, right);
-    result = joined_by.empty() ? v : joined_by == "e" ? result && v : joined_by == "o" ? result || v : result != v;
-    if (k + 3 >= plan.tokens.size()) break;
-    joined_by = plan.signs[k + 3];
-    if (joined_by != "e" && joined_by != "o" && joined_by != "x") return false;
+    const bool v = compare_numbers(left, plan.signs[k + 1], right);
+    const char joined_by = k == 0 ? 0 : plan.signs[k - 1][0];
+    result = joined_by == 0 ? v : joined_by == 'e' ? result && v : joined_by == 'o' ? result || v : result != v;
   }
   truth.assign(1, result ? '1' : '0');
   return true;
@@ -143,13 +151,19 @@ bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   if (!plan.read) {
     plan = plan_condition(*this, j, end);
     plan.read = true;
+    plan.comparison_chain = plan.plain && is_comparison_chain(plan);
     plan.operands.resize(plan.tokens.size());
     for (size_t k = 0; k < plan.tokens.size(); ++k) plan.held.push_back(program.tok[static_cast<size_t>(j) + 1 + k]);
   }
   // The plan holds while the tokens and the brace behind them stand as they did.
   const int brace = j + 1 + static_cast<int>(plan.tokens.size());
-  // The brace is one byte: wherever it stands it starts a character.
-  if (!plan.plain || brace >= end || token_text(brace).find('{') == std::string_view::npos) return false;
+  if (!plan.plain || brace >= end) return false;
+  if (const RValue& brace_token = program.tok[static_cast<size_t>(brace)]; plan.brace.str != brace_token.str) {
+    // The brace is one byte: wherever it stands it starts a character.
+    if (!brace_token.is(Kind::String) || brace_token.string_view().find('{') == std::string_view::npos) return false;
+    plan.brace = brace_token;
+    plan.brace_read = false;
+  }
   for (size_t k = 0; k < plan.tokens.size(); ++k) {
     if (!still_reads(plan.held[k], program.tok[static_cast<size_t>(j) + 1 + k])) return false;
   }

@@ -73,7 +73,9 @@ struct WholeText {
   std::string_view view() const { return {digits + begin, sizeof digits - begin}; }
 };
 
-bool is_whole(double x) { return x == std::trunc(x) && std::fabs(x) < 1e15; }
+// The range check first: within it the conversion to a whole number is exact
+// and inline, where std::trunc is a call.
+bool is_whole(double x) { return std::fabs(x) < 1e15 && x == static_cast<double>(static_cast<int64_t>(x)); }
 
 // Steps the digits of a whole number's text one up or down where it stands,
 // when nobody else holds the text and its length stays: "41" becomes "42"
@@ -156,11 +158,6 @@ bool stands_whole(std::string_view value) {
 
 }  // namespace
 
-bool& plans_enabled() {
-  static bool enabled = true;
-  return enabled;
-}
-
 bool is_digits_number(double x) { return is_whole(x) && !(x == 0 && std::signbit(x)); }
 
 std::string increased_text(double x) {
@@ -186,24 +183,20 @@ const std::vector<int>& ProgramInstance::find_slots(VariableSlots& cache, std::s
 // ---------------------------------------------------------------------------
 // [SECTION] Expressions
 
-bool ProgramInstance::expression_plan_ready(ExpressionPlan& plan, std::string_view text, bool verified) {
-  if (!plans_enabled()) return false;
+void ProgramInstance::read_expression_plan(ExpressionPlan& plan, std::string_view text) {
   ProgramInstance& main = main_table();
   using Shape = ExpressionPlan::Shape;
-  // The general way first asks the main table for the whole text as a name.
-  if (plan.shape == Shape::Unread || (!verified && plan.token != text) || plan.main_version != main.names_version()) {
-    plan.token.assign(text);
-    // A lone name is that lookup itself; a numeral or a chain that is a name of the main table is not itself.
-    if (is_table_name(text)) plan.shape = Shape::Name;
-    else if (text.empty() || text[0] == '"' || main.find_variable(text) >= 0) plan.shape = Shape::General;
-    else if (is_digit(text[0]) && is_one_piece(text)) plan.shape = Shape::Numeral;
-    else plan.shape = read_chain(text, plan) ? Shape::Chain : Shape::General;
-    if (plan.shape == Shape::Name) plan.operands.assign(1, {});
-    plan.whole_numeral = plan.shape == Shape::Numeral && read_whole_number(text, false, plan.numeral);
-    // Read after the lookups, which may have made the index anew.
-    plan.main_version = main.names_version();
-  }
-  return plan.shape != Shape::General;
+  plan.token.assign(text);
+  // The general way first asks the main table for the whole text as a name. A lone name is that lookup
+  // itself; a numeral or a chain that is a name of the main table is not itself.
+  if (is_table_name(text)) plan.shape = Shape::Name;
+  else if (text.empty() || text[0] == '"' || main.find_variable(text) >= 0) plan.shape = Shape::General;
+  else if (is_digit(text[0]) && is_one_piece(text)) plan.shape = Shape::Numeral;
+  else plan.shape = read_chain(text, plan) ? Shape::Chain : Shape::General;
+  if (plan.shape == Shape::Name) plan.operands.assign(1, {});
+  plan.whole_numeral = plan.shape == Shape::Numeral && read_whole_number(text, false, plan.numeral);
+  // Read after the lookups, which may have made the index anew.
+  plan.main_version = main.names_version();
 }
 
 bool ProgramInstance::main_string_wins(ExpressionPlan& plan, std::string_view name) {
@@ -328,6 +321,7 @@ bool ProgramInstance::planned_change(int j, double sign) {
       const bool known = value.is(Kind::String) && value.str && value.str->number_known;
       const double x = (known ? value.str->number : value_to_real(value)) + sign * amount;
       // A whole number's text reads back as the number itself; a step of one moves its digits in place.
+      double written = x;
       if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
         value.str->remember_number(x);
         value.str->number_is_digits = true;
@@ -335,8 +329,9 @@ bool ProgramInstance::planned_change(int j, double sign) {
         value.set_number_text(WholeText(x).view(), x, true);
       } else {
         value = RValue::text(increased_text(x));
+        written = value_to_real(value);
       }
-      if (write_through && plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(value));
+      if (write_through && plan.attribute >= 0) write_attribute_number(plan.attribute, written);
     }
   };
   change(*this, plan.slots, true);
@@ -384,19 +379,25 @@ bool ProgramInstance::planned_assignment(std::string_view name, int j) {
   double number = 0;
   // The statement's plan has checked the token: its expression's plan was read from it. A sum is
   // written straight from its digits.
+  bool number_written = true;  // the stored text reads back as `number`
   if (expression_plan_ready(plan.value, value_text, true) && plan.value.shape == ExpressionPlan::Shape::Chain &&
       plan.value.sums && chain_number(plan.value, number)) {
     stored.set_number_text(WholeText(number).view(), number, std::fabs(number) < 1e15);
   } else {
     std::string value;
     if (planned_value(plan.value, value_text, value, &number, true)) {
-      if (plan.value.shape == ExpressionPlan::Shape::Chain) stored.set_number_text(value, number);
-      else stored = RValue::text(value);
+      if (plan.value.shape == ExpressionPlan::Shape::Chain) {
+        stored.set_number_text(value, number);
+      } else {
+        stored = RValue::text(value);
+        number_written = false;
+      }
     } else {
       stored = RValue::text(calculate_string(*this, value_text));
+      number_written = false;
     }
   }
-  if (plan.attribute >= 0) write_attribute_number(plan.attribute, value_to_real(stored));
+  if (plan.attribute >= 0) write_attribute_number(plan.attribute, number_written ? number : value_to_real(stored));
   if (reaches_main) assign_in_table(main, name, j);
   return true;
 }

@@ -11,7 +11,11 @@
 #include <string_view>
 
 // Whether the walk takes its shortcuts: a test turns them off to compare.
-bool& plans_enabled();
+// Inline: every statement asks.
+inline bool& plans_enabled() {
+  static bool enabled = true;
+  return enabled;
+}
 
 // Whether `x` is a whole number whose shortest text is its digits: below
 // 10^15 and not the negative zero.

@@ -25,6 +25,7 @@
 #include "language/tokenizer/chr_to_ord.h"
 #include "language/evaluation/expression_context.h"
 #include "language/evaluation/family_call.h"
+#include "language/evaluation/plans.h"
 #include "language/tokenizer/token_program.h"
 #include "runtime/Code/RValue.h"
 #include "runtime/Graphics/Colour.h"
@@ -253,7 +254,17 @@ class ProgramInstance : public ExpressionContext {
   // The table of main_code_ctrl: that program's, or this one's when it runs alone.
   ProgramInstance& main_table();
   // Reads `plan` from `text` unless it stands as read; false when the general way must take it.
-  bool expression_plan_ready(ExpressionPlan& plan, std::string_view text, bool verified);
+  // Inline: every planned expression asks, and it is mostly ready.
+  bool expression_plan_ready(ExpressionPlan& plan, std::string_view text, bool verified) {
+    if (!plans_enabled()) return false;
+    if (plan.shape == ExpressionPlan::Shape::Unread || (!verified && plan.token != text) ||
+        plan.main_version != main_table().names_version()) {
+      read_expression_plan(plan, text);
+    }
+    return plan.shape != ExpressionPlan::Shape::General;
+  }
+  // Reads `plan` from `text` anew: its shape, operands and signs.
+  void read_expression_plan(ExpressionPlan& plan, std::string_view text);
   // Whether, for an element, the main table's string value of `name` is what the general way gives.
   bool main_string_wins(ExpressionPlan& plan, std::string_view name);
   // The stored text of a name of a plan, or null when it has none.

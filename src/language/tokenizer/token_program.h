@@ -83,10 +83,16 @@ struct StatementPlan {
 struct ConditionPlan {
   bool read = false;
   bool plain = false;
+  bool comparison_chain = false;  // comparisons by one-letter signs joined by logic words
   std::vector<std::string> tokens;  // the tokens after "se" up to the brace
   std::vector<RValue> held;         // the same tokens, held (see still_reads)
   std::vector<std::string> signs;   // each sign's letter in the formula; empty for an operand
   std::vector<ExpressionPlan> operands;  // the plan of each operand, by the token's index
+  // The brace behind the tokens, held, and whether it opens a dark block
+  // (known once the "se" has read it: the held text can't change).
+  RValue brace;
+  bool brace_read = false;
+  bool brace_dark = false;
   // Scratch of each reading, kept with its capacity: the formula with the
   // signs in their letters, and where each token's part of it ends.
   std::string lettered;

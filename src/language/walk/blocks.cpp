@@ -45,30 +45,43 @@ bool is_without_dark_mark(std::string_view token, std::string_view text) {
   return clean == text;
 }
 
+// Whether the brace of a "se" opens a block that a false condition made
+// dark; the marks are ASCII, found only at character starts.
+bool opens_dark_block(std::string_view brace) {
+  return brace.find(DONE_MARK) == std::string_view::npos ? brace.find("<--d-->{") != std::string_view::npos
+                                                          : text_edit::contains(without_done_mark(brace), "<--d-->{");
+}
+
 }  // namespace
 
 // ---------------------------------------------------------------------------
 // [SECTION] se
 
 void ProgramInstance::execute_if_ext(int j) {
-  if (token_text(j) != "se") return;
   const int iff = j;
   const std::string res = tokenizza_boolean(iff);
   if (res == "error") return;
 
-  // The brace that opens the block, and whether the block is dark at this moment.
-  // The marks and the brace are ASCII: a byte search finds them only at character starts. A condition's
-  // plan knows its brace: the first token behind "se" that holds one.
-  int oo = condition_brace > iff ? condition_brace - iff : 1;
-  while (token_text(iff + oo).find('{') == std::string_view::npos) {
+  // The brace that opens the block, and whether the block is dark at this moment. A condition's plan
+  // knows its brace, the first token behind "se" that holds one, and once read whether it is dark.
+  ConditionPlan* plan = condition_brace > iff ? &program.condition_plans[static_cast<size_t>(iff)] : nullptr;
+  int oo = plan ? condition_brace - iff : 1;
+  // The brace is ASCII: a byte search finds it only at character starts.
+  while (!plan && token_text(iff + oo).find('{') == std::string_view::npos) {
     if (j + ++oo >= static_cast<int>(program.tok.size())) return;
   }
   const int from = iff + oo;
   if (from >= program.totale_tok) return;
-  const std::string_view brace = token_text(from);
-  const bool attiva = brace.find(DONE_MARK) == std::string_view::npos
-                          ? brace.find("<--d-->{") != std::string_view::npos
-                          : text_edit::contains(without_done_mark(brace), "<--d-->{");
+  bool attiva = false;
+  if (plan && plan->brace_read) {
+    attiva = plan->brace_dark;
+  } else {
+    attiva = opens_dark_block(token_text(from));
+    if (plan) {
+      plan->brace_read = true;
+      plan->brace_dark = attiva;
+    }
+  }
 
   if (res == "1" && attiva) {
     if (const int ultimo_punto = block_end(from, true)) {

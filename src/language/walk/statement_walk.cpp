@@ -144,12 +144,12 @@ void ProgramInstance::execute_function_ext(int from, int to) {
   for (int j = std::max(from, 0); j < end; ++j) {
     j = program.next_ok[static_cast<size_t>(j)];
     if (j >= end) break;
-    // A reference keeps the text alive whatever the statement does to the array.
-    const RValue token = program.tok[static_cast<size_t>(j)];
-    const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();
-    // The word is read again only when the token is no longer the string held.
+    // The word and the token behind it are read again only when their tokens are no longer the strings held.
+    // Until the conditions and loops below, nothing writes the tokens: a reference is enough.
     StatementPlan& at = program.statement_plans[static_cast<size_t>(j)];
+    const RValue& token = program.tok[static_cast<size_t>(j)];
     if (!still_reads(at.word_token, token)) {
+      const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();
       at.word_token = token;
       at.word = tkk == "aumenta"      ? Word::Aumenta
                 : tkk == "diminuisci" ? Word::Diminuisci
@@ -170,14 +170,13 @@ void ProgramInstance::execute_function_ext(int from, int to) {
         }
       }
     }
-    if (static_cast<size_t>(j) + 1 < program.tok.size() && static_cast<size_t>(j) < program.statement_plans.size()) {
-      StatementPlan& behind = program.statement_plans[static_cast<size_t>(j)];
+    if (static_cast<size_t>(j) + 1 < program.tok.size()) {
       const RValue& next = program.tok[static_cast<size_t>(j) + 1];
-      if (!still_reads(behind.next_token, next)) {
-        behind.next_token = next;
-        behind.assigns = next.is(Kind::String) && next.string_view() == "=";
+      if (!still_reads(at.next_token, next)) {
+        at.next_token = next;
+        at.assigns = next.is(Kind::String) && next.string_view() == "=";
       }
-      if (behind.assigns) var_update_direct(tkk, j);
+      if (at.assigns) var_update_direct(token.is(Kind::String) ? token.string_view() : std::string_view(), j);
     }
 
     const uint32_t first = program.candidates_from[static_cast<size_t>(j)];
