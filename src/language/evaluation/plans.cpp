@@ -60,14 +60,26 @@ bool whole_value(const RValue& value, double& out) {
 struct WholeText {
   char digits[24];
   size_t begin = sizeof digits;
-  // The digits from the last, a few at most: faster than the general writer for the small numbers of a loop.
+  // The digits from the last, two at a time: faster than the general writer for the small numbers of a loop.
   explicit WholeText(double x) {
+    static constexpr char PAIRS[] =
+        "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+        "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+        "8081828384858687888990919293949596979899";
     const bool negative = std::signbit(x);
     auto n = static_cast<uint64_t>(negative ? -x : x);
-    do {
-      digits[--begin] = static_cast<char>('0' + n % 10);
-      n /= 10;
-    } while (n != 0);
+    while (n >= 100) {
+      const char* pair = PAIRS + 2 * (n % 100);
+      n /= 100;
+      digits[--begin] = pair[1];
+      digits[--begin] = pair[0];
+    }
+    if (n >= 10) {
+      digits[--begin] = PAIRS[2 * n + 1];
+      digits[--begin] = PAIRS[2 * n];
+    } else {
+      digits[--begin] = static_cast<char>('0' + n);
+    }
     if (negative) digits[--begin] = '-';
   }
   std::string_view view() const { return {digits + begin, sizeof digits - begin}; }
@@ -120,9 +132,8 @@ bool step_in_place(RValue& value, bool up) {
 // table and numerals of whole numbers. False for any other text.
 bool read_chain(std::string_view text, ExpressionPlan& plan) {
   plan.operands.clear();
-  plan.operators.clear();
   plan.sums = false;
-  bool negated = false;
+  bool negated = false, multiplies = false;
   for (size_t at = 0;;) {
     size_t end = at;
     while (end < text.size() && text[end] != '+' && text[end] != '-' && text[end] != '*') ++end;
@@ -136,15 +147,18 @@ bool read_chain(std::string_view text, ExpressionPlan& plan) {
     } else {
       return false;
     }
+    made.multiplies = multiplies;
+    // A term ends where the next sign is no product.
+    made.ends_term = end == text.size() || text[end] != '*';
     plan.operands.push_back(std::move(made));
     if (end == text.size()) break;
     const char sign = text[end];
     negated = sign == '-';
-    plan.sums = plan.sums || sign != '*';
-    plan.operators.push_back(sign == '*' ? '*' : '+');
+    multiplies = sign == '*';
+    plan.sums = plan.sums || !multiplies;
     at = end + 1;
   }
-  return !plan.operators.empty();
+  return plan.operands.size() > 1;
 }
 
 // A value text that the general way gives back whole for a lone name: a
@@ -199,20 +213,12 @@ void ProgramInstance::read_expression_plan(ExpressionPlan& plan, std::string_vie
   plan.main_version = main.names_version();
 }
 
-bool ProgramInstance::main_string_wins(ExpressionPlan& plan, std::string_view name) {
+bool ProgramInstance::element_reads_main_string(ExpressionPlan& plan, std::string_view name) {
   ProgramInstance& main = main_table();
-  if (&main == this) return false;
   const std::vector<int>& slots = main.slots_of(plan.main_slots, name, INT_MAX);
   if (slots.empty() || static_cast<size_t>(slots[0]) >= main.val.size()) return false;
   const RValue& value = main.val[static_cast<size_t>(slots[0])];
   return !value.is(Kind::String) || value.string_view().starts_with('"');
-}
-
-const RValue* ProgramInstance::named_value(ExpressionPlan::Operand& operand, std::string_view name) {
-  const std::vector<int>& slots = slots_of(operand.slots, name, INT_MAX);
-  if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return nullptr;
-  const RValue& value = val[static_cast<size_t>(slots[0])];
-  return value.is(Kind::String) ? &value : nullptr;
 }
 
 bool ProgramInstance::chain_number(ExpressionPlan& plan, double& out) {
@@ -221,18 +227,16 @@ bool ProgramInstance::chain_number(ExpressionPlan& plan, double& out) {
   // would give it back.
   double sum = 0, product = 0;
   bool first_term = true;
-  for (size_t k = 0; k < plan.operands.size(); ++k) {
-    ExpressionPlan::Operand& operand = plan.operands[k];
+  for (ExpressionPlan::Operand& operand : plan.operands) {
     double v = operand.number;
     if (!operand.name.empty()) {
       const RValue* value = named_value(operand, operand.name);
       if (!value || !whole_value(*value, v)) return false;
     }
     if (operand.negated) v = 0 - v;
-    product = k > 0 && plan.operators[k - 1] == '*' ? product * v : v;
+    product = operand.multiplies ? product * v : v;
     if (std::fabs(product) > EXACT_LIMIT) return false;
-    // A term ends where the next sign is no product.
-    if (k + 1 == plan.operands.size() || plan.operators[k] != '*') {
+    if (operand.ends_term) {
       sum = first_term ? product : sum + product;
       first_term = false;
       if (std::fabs(sum) > EXACT_LIMIT) return false;
@@ -295,34 +299,50 @@ bool ProgramInstance::planned_change(int j, double sign) {
   const RValue& name_token = program.tok[static_cast<size_t>(j) + 1];
   const RValue& amount_token = program.tok[static_cast<size_t>(j) + 3];
   if (!name_token.is(Kind::String) || !amount_token.is(Kind::String)) return false;
-  const std::string_view name = name_token.string_view(), amount_text = amount_token.string_view();
   ProgramInstance& main = main_table();
-  if (plan.shape == StatementPlan::Shape::Unread || !still_reads(plan.name_token, name_token) ||
+  if (plan.shape != StatementPlan::Shape::Change || !still_reads(plan.name_token, name_token) ||
       !still_reads(plan.value_token, amount_token) || plan.value.main_version != main.names_version()) {
+    const std::string_view amount_text = amount_token.string_view();
     plan.shape = StatementPlan::Shape::Change;
     plan.name_token = name_token;
     plan.value_token = amount_token;
-    plan.attribute = written_attribute(name);
+    plan.attribute = written_attribute(name_token.string_view());
     plan.slots = {};
     // A numeral's amount is the same at every run, unless a variable of the main table bears it as its name.
     plan.fixed_amount = !amount_text.empty() && is_digit(amount_text[0]) && is_one_piece(amount_text) &&
                         main.find_variable(amount_text) < 0;
     if (plan.fixed_amount) plan.amount = text_to_real(calculate_string(*this, amount_text).c_str());
+    plan.unit_step = plan.fixed_amount && plan.amount == 1;
     plan.value.main_version = main.names_version();
   }
+  change_by_plan(plan, *this, plan.slots, sign, true);
+  // An element's increase reaches the program-wide variable of the name too.
+  if (esemplare && &main != this) change_by_plan(plan, main, plan.main_slots, sign, false);
+  return true;
+}
+
+void ProgramInstance::change_by_plan(StatementPlan& plan, ProgramInstance& table, VariableSlots& cache, double sign,
+                                     bool write_through) {
+  const std::string_view name = plan.name_token.string_view();
   // Each entry of the name below the length the table had when the walk was prepared, as the general way.
-  const auto change = [&](ProgramInstance& table, VariableSlots& cache, bool write_through) {
-    const int limit = std::min(table.vlen, static_cast<int>(std::min(table.vari.size(), table.val.size())));
-    for (const int v : table.slots_of(cache, name, limit)) {
-      const double amount =
-          plan.fixed_amount ? plan.amount : text_to_real(calculate_string(*this, amount_text).c_str());
-      RValue& value = table.val[static_cast<size_t>(v)];
+  const int limit = std::min(table.vlen, static_cast<int>(std::min(table.vari.size(), table.val.size())));
+  for (const int v : table.slots_of(cache, name, limit)) {
+    RValue& value = table.val[static_cast<size_t>(v)];
+    double written = 0;
+    // The commonest step: one up or down on a text that a plan wrote as digits, moved in place.
+    if (plan.unit_step && value.is(Kind::String) && value.str->number_is_digits && step_in_place(value, sign > 0)) {
+      written = value.str->number + sign;
+      value.str->number = written;
+    } else {
+      const double amount = plan.fixed_amount
+                                ? plan.amount
+                                : text_to_real(calculate_string(*this, plan.value_token.string_view()).c_str());
       if (value.is(Kind::String) && value.string_view() == "|not_set|") value = RValue::text("0");
       const bool known = value.is(Kind::String) && value.str && value.str->number_known;
       const double x = (known ? value.str->number : value_to_real(value)) + sign * amount;
       // A whole number's text reads back as the number itself; a step of one moves its digits in place.
-      double written = x;
-      if (plan.fixed_amount && plan.amount == 1 && is_whole(x) && step_in_place(value, sign > 0)) {
+      written = x;
+      if (plan.unit_step && is_whole(x) && step_in_place(value, sign > 0)) {
         value.str->remember_number(x);
         value.str->number_is_digits = true;
       } else if (is_digits_number(x)) {
@@ -331,13 +351,9 @@ bool ProgramInstance::planned_change(int j, double sign) {
         value = RValue::text(increased_text(x));
         written = value_to_real(value);
       }
-      if (write_through && plan.attribute >= 0) write_attribute_number(plan.attribute, written);
     }
-  };
-  change(*this, plan.slots, true);
-  // An element's increase reaches the program-wide variable of the name too.
-  if (esemplare && &main != this) change(main, plan.main_slots, false);
-  return true;
+    if (write_through && plan.attribute >= 0) write_attribute_number(plan.attribute, written);
+  }
 }
 
 bool ProgramInstance::planned_assignment(std::string_view name, int j) {

@@ -15,6 +15,7 @@
 // [SECTION] The instance and its program
 #pragma once
 
+#include <climits>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -266,9 +267,21 @@ class ProgramInstance : public ExpressionContext {
   // Reads `plan` from `text` anew: its shape, operands and signs.
   void read_expression_plan(ExpressionPlan& plan, std::string_view text);
   // Whether, for an element, the main table's string value of `name` is what the general way gives.
-  bool main_string_wins(ExpressionPlan& plan, std::string_view name);
-  // The stored text of a name of a plan, or null when it has none.
-  const RValue* named_value(ExpressionPlan::Operand& operand, std::string_view name);
+  bool main_string_wins(ExpressionPlan& plan, std::string_view name) {
+    return &main_table() != this && element_reads_main_string(plan, name);
+  }
+  bool element_reads_main_string(ExpressionPlan& plan, std::string_view name);
+  // The stored text of a name of a plan, or null when it has none. Inline: each operand asks.
+  const RValue* named_value(ExpressionPlan::Operand& operand, std::string_view name) {
+    const std::vector<int>& slots = slots_of(operand.slots, name, INT_MAX);
+    if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return nullptr;
+    const RValue& value = val[static_cast<size_t>(slots[0])];
+    return value.is(Kind::String) ? &value : nullptr;
+  }
+  // The change of a planned "aumenta" or "diminuisci" on the entries of its name in `table`, writing
+  // element attributes through when asked.
+  void change_by_plan(StatementPlan& plan, ProgramInstance& table, VariableSlots& cache, double sign,
+                      bool write_through);
   // A chain's value, false when a value isn't a whole number or a step leaves the exact range.
   bool chain_number(ExpressionPlan& plan, double& out);
 

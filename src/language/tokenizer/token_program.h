@@ -42,6 +42,8 @@ struct ExpressionPlan {
     std::string name;      // "" for a number written in the expression
     double number = 0;
     bool negated = false;  // behind a "-", which the evaluator turns into "+" and the opposite
+    bool multiplies = false;  // behind a "*": a factor of the term before
+    bool ends_term = false;   // the last factor of its term
     VariableSlots slots;
   };
   Shape shape = Shape::Unread;
@@ -49,7 +51,6 @@ struct ExpressionPlan {
   VariableSlots main_slots;   // an element's lone name in the main table, whose string would win
   uint64_t main_version = 0;  // the main table's names when the plan was read
   std::vector<Operand> operands;
-  std::string operators;      // between the operands: "+" (a "-" among them) or "*"
   bool sums = false;          // any "+" or "-": the answer is a sum, without trailing zeros
   bool whole_numeral = false; // a numeral of a whole number,
   double numeral = 0;         // and that number
@@ -71,6 +72,7 @@ struct StatementPlan {
   int attribute = -1;              // the element attribute the name writes through, or -1
   bool fixed_amount = false;       // "aumenta": the amount is a numeral, worked out once
   double amount = 0;
+  bool unit_step = false;          // the fixed amount is 1
   VariableSlots slots;
   VariableSlots main_slots;        // an element's name in the main table, which the assignment reaches too
   ExpressionPlan value;            // an assignment's expression
