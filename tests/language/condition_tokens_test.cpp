@@ -112,7 +112,7 @@ TEST_F(ConditionTokens, PlainConditionsAnswerAsTheGeneralReading) {
     const std::string general = answer(&ProgramInstance::read_condition);
     ASSERT_EQ(answer(&ProgramInstance::tokenizza_boolean), general) << condition;
     ASSERT_EQ(answer(&ProgramInstance::tokenizza_boolean), general) << condition;
-    plain += p.program.condition_plans.at(se).plain ? 1 : 0;
+    plain += p.program.plans->conditions.at(se).plain ? 1 : 0;
     p.program.tok[static_cast<size_t>(se) + 1] = RValue::text("<--d-->" + std::string(p.token_text(se + 1)));
     ASSERT_EQ(answer(&ProgramInstance::tokenizza_boolean), answer(&ProgramInstance::read_condition)) << condition;
   }

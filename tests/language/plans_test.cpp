@@ -18,38 +18,55 @@ namespace {
 class Plans : public ProgramTest {
  protected:
   // Everything a run leaves that a learner could see: `text` run as the
-  // program, or as an element's code under a program whose table holds a
-  // string and a number of the element's names.
-  std::string run_and_read(const std::string& text, bool plans, bool as_element = false) {
+  // program, or as the code of `elements` elements of one class, sharing
+  // their plans, under a program whose table holds a string and a number of
+  // the elements' names. Each element starts with its own "A", so that their
+  // conditions part ways, and they take their turns frame by frame.
+  std::string run_and_read(const std::string& text, bool plans, int elements = 0) {
     plans_enabled() = plans;
     ProgramInstance& main = bare_program();
     set_main_program(&main);
-    tokenise(main, as_element ? "INIZIA A = \"testo\" conto = 4 CICLO CONTINUO" : text);
+    tokenise(main, elements > 0 ? "INIZIA A = \"testo\" conto = 4 CICLO CONTINUO" : text);
     main.var_inizialization(0);
     main.mem_function(0, main.program.totale_tok);
-    ProgramInstance* element = nullptr;
-    if (as_element) {
-      element = &bare_program(true);
-      tokenise(*element, text);
-      element->var_inizialization(0);
-      element->mem_function(0, element->program.totale_tok);
+    std::vector<ProgramInstance*> runs;
+    for (int k = 0; k < elements; ++k) {
+      ProgramInstance& element = bare_program(true);
+      // Variables that each element's creator gave it stand first, in an order of its own: the
+      // elements' tables differ, with as many changes to their names.
+      static constexpr const char* GIVEN[] = {"B", "dono", "B"};
+      for (int given = k % 2; given < k % 2 + 2; ++given) element.append_variable(GIVEN[given], RValue::text("1"));
+      // The elements of a class run the same strings, as they come from its code's tokens.
+      if (runs.empty()) tokenise(element, text);
+      else element.program = runs[0]->program;
+      element.var_inizialization(static_cast<int>(element.vari.size()));
+      element.mem_function(0, element.program.totale_tok, runs.empty() ? nullptr : runs[0]->program.plans);
+      runs.push_back(&element);
     }
-    ProgramInstance& p = element ? *element : main;
+    if (runs.empty()) runs.push_back(&main);
     std::string seen;
     try {
-      if (element) run_inizia(main);
-      run_inizia(p);
-      for (int frame = 0; frame < 3; ++frame) run_frame(p);
+      if (elements > 0) run_inizia(main);
+      for (size_t k = 0; k < runs.size(); ++k) {
+        run_inizia(*runs[k]);
+        if (const int a = runs[k]->find_variable("A"); elements > 0 && a >= 0) {
+          runs[k]->val[static_cast<size_t>(a)] = RValue::text(std::to_string(static_cast<int>(k) * 7 - 10));
+        }
+      }
+      for (int frame = 0; frame < 3; ++frame) {
+        for (ProgramInstance* p : runs) run_frame(*p);
+      }
     } catch (...) {
       seen += "fatal\n";
     }
     plans_enabled() = true;
-    for (const ProgramInstance* table : {&main, element}) {
-      for (size_t k = 0; table && k < table->vari.size() && k < table->val.size(); ++k) {
+    runs.push_back(&main);
+    for (const ProgramInstance* table : runs) {
+      for (size_t k = 0; k < table->vari.size() && k < table->val.size(); ++k) {
         seen += std::string(table->vari[k].string_view()) + "=" + value_to_text(table->val[k]) + "\n";
       }
+      seen += "x=" + std::to_string(table->instance.x) + "\n";
     }
-    seen += "x=" + std::to_string(p.instance.x) + "\n";
     for (const std::string& message : messages_) seen += message + "\n";
     messages_.clear();
     return seen;
@@ -117,6 +134,8 @@ TEST_F(Plans, RandomProgramsLeaveTheSameTextsWithAndWithoutThem) {
   programs.push_back(
       "INIZIA A = 8 B = -10 C = 10 X = -1 conto = 1 CICLO CONTINUO aumenta A di 1 aumenta B di 1 diminuisci C di 1 "
       "aumenta X di 1 diminuisci conto di 1");
+  // A block that a false condition darkened and a true one lights again.
+  programs.push_back("INIZIA A = 0 B = 0 CICLO CONTINUO se A > 1 allora aumenta B di 1 . aumenta A di 1");
   for (const std::string& text : programs) {
     const std::string general = run_and_read(text, false);
     ASSERT_EQ(run_and_read(text, true), general) << text;
@@ -127,8 +146,9 @@ TEST_F(Plans, RandomElementCodeLeavesTheSameTextsWithAndWithoutThem) {
   std::mt19937 random(1126);
   for (int n = 0; n < 200; ++n) {
     const std::string text = random_program(random);
-    const std::string general = run_and_read(text, false, true);
-    ASSERT_EQ(run_and_read(text, true, true), general) << text;
+    const int elements = n % 2 ? 1 : 4;
+    const std::string general = run_and_read(text, false, elements);
+    ASSERT_EQ(run_and_read(text, true, elements), general) << text;
   }
 }
 

@@ -101,7 +101,14 @@ void Esemplare::start() {
   p.entered_vari.clear();
   for (size_t k = 1; k < p.vari.size(); ++k) p.entered_vari += "|" + std::string(p.vari[k].string_view()) + "|";
   guarded_run([&] { p.var_inizialization(static_cast<int>(p.vari.size())); });
-  if (code_index != NO_CODE) p.mem_function(0, p.program.totale_tok);
+  if (code_index != NO_CODE) {
+    // The elements of a class run the same tokens: they share the plans of its code.
+    std::vector<std::shared_ptr<PositionPlans>>& class_plans = main->program.plans_ogg;
+    if (class_plans.size() <= static_cast<size_t>(code_index)) class_plans.resize(static_cast<size_t>(code_index) + 1);
+    std::shared_ptr<PositionPlans>& shared = class_plans[static_cast<size_t>(code_index)];
+    p.mem_function(0, p.program.totale_tok, shared);
+    shared = p.program.plans;
+  }
   alarm[6] = 1;
   alarm[7] = 1;
   enter_name();

@@ -144,10 +144,10 @@ bool numeral_comparisons(const ConditionPlan& plan, NumberOf&& number_of, std::s
 bool ProgramInstance::plain_condition(int j, int64_t end, std::string& truth) {
   if (j < 0) return false;
   // A program that mem_function hasn't prepared gets its plans' room here.
-  if (static_cast<size_t>(j) >= program.condition_plans.size()) {
-    program.condition_plans.resize(std::max(static_cast<size_t>(j) + 1, program.tok.size()));
+  if (static_cast<size_t>(j) >= program.plans->conditions.size()) {
+    program.plans->conditions.resize(std::max(static_cast<size_t>(j) + 1, program.tok.size()));
   }
-  ConditionPlan& plan = program.condition_plans[static_cast<size_t>(j)];
+  ConditionPlan& plan = program.plans->conditions[static_cast<size_t>(j)];
   if (!plan.read) {
     plan = plan_condition(*this, j, end);
     plan.read = true;
@@ -222,7 +222,7 @@ int64_t ProgramInstance::condition_scan_end() const {
 
 std::string ProgramInstance::tokenizza_boolean(int j) {
   condition_brace = -1;
-  if (std::string truth; plain_condition(j, condition_scan_end(), truth)) return truth;
+  if (std::string truth; plans_enabled() && plain_condition(j, condition_scan_end(), truth)) return truth;
   return read_condition(j);
 }
 

@@ -209,6 +209,10 @@ void ProgramInstance::read_expression_plan(ExpressionPlan& plan, std::string_vie
   else plan.shape = read_chain(text, plan) ? Shape::Chain : Shape::General;
   if (plan.shape == Shape::Name) plan.operands.assign(1, {});
   plan.whole_numeral = plan.shape == Shape::Numeral && read_whole_number(text, false, plan.numeral);
+  // The names are read anew: the slots found for them are stale, in every program that runs the plan.
+  if (plan.own_slots.size() < plan.operands.size()) plan.own_slots.resize(plan.operands.size(), NO_OWN_SLOTS);
+  plan.reading = new_reading();
+  plan.main_slots = {};
   // Read after the lookups, which may have made the index anew.
   plan.main_version = main.names_version();
 }
@@ -227,10 +231,11 @@ bool ProgramInstance::chain_number(ExpressionPlan& plan, double& out) {
   // would give it back.
   double sum = 0, product = 0;
   bool first_term = true;
-  for (ExpressionPlan::Operand& operand : plan.operands) {
+  for (size_t k = 0; k < plan.operands.size(); ++k) {
+    const ExpressionPlan::Operand& operand = plan.operands[k];
     double v = operand.number;
     if (!operand.name.empty()) {
-      const RValue* value = named_value(operand, operand.name);
+      const RValue* value = named_value(plan, k, operand.name);
       if (!value || !whole_value(*value, v)) return false;
     }
     if (operand.negated) v = 0 - v;
@@ -253,7 +258,7 @@ bool ProgramInstance::planned_value(ExpressionPlan& plan, std::string_view text,
     case ExpressionPlan::Shape::Numeral: out.assign(text); return true;
     case ExpressionPlan::Shape::Name: {
       if (main_string_wins(plan, text)) return false;
-      const RValue* value = named_value(plan.operands[0], text);
+      const RValue* value = named_value(plan, 0, text);
       if (!value || !stands_whole(value->string_view())) return false;
       out.assign(value->string_view());
       return true;
@@ -279,7 +284,7 @@ bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text
       return plan.whole_numeral;
     case ExpressionPlan::Shape::Name: {
       if (main_string_wins(plan, text)) return false;
-      const RValue* value = named_value(plan.operands[0], text);
+      const RValue* value = named_value(plan, 0, text);
       return value && whole_value(*value, number);
     }
     case ExpressionPlan::Shape::Chain: return chain_number(plan, number);
@@ -292,10 +297,10 @@ bool ProgramInstance::planned_number(ExpressionPlan& plan, std::string_view text
 
 bool ProgramInstance::planned_change(int j, double sign) {
   if (!plans_enabled() || j < 0 || static_cast<size_t>(j) + 3 >= program.tok.size() ||
-      static_cast<size_t>(j) >= program.statement_plans.size()) {
+      static_cast<size_t>(j) >= program.plans->statements.size()) {
     return false;
   }
-  StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
+  StatementPlan& plan = program.plans->statements[static_cast<size_t>(j)];
   const RValue& name_token = program.tok[static_cast<size_t>(j) + 1];
   const RValue& amount_token = program.tok[static_cast<size_t>(j) + 3];
   if (!name_token.is(Kind::String) || !amount_token.is(Kind::String)) return false;
@@ -307,7 +312,8 @@ bool ProgramInstance::planned_change(int j, double sign) {
     plan.name_token = name_token;
     plan.value_token = amount_token;
     plan.attribute = written_attribute(name_token.string_view());
-    plan.slots = {};
+    plan.reading = new_reading();
+    plan.main_slots = {};
     // A numeral's amount is the same at every run, unless a variable of the main table bears it as its name.
     plan.fixed_amount = !amount_text.empty() && is_digit(amount_text[0]) && is_one_piece(amount_text) &&
                         main.find_variable(amount_text) < 0;
@@ -315,18 +321,18 @@ bool ProgramInstance::planned_change(int j, double sign) {
     plan.unit_step = plan.fixed_amount && plan.amount == 1;
     plan.value.main_version = main.names_version();
   }
-  change_by_plan(plan, *this, plan.slots, sign, true);
+  const std::string_view name = plan.name_token.string_view();
+  change_by_plan(plan, *this, own_slots_of(plan.own_slots, plan.reading, name, change_limit()), sign, true);
   // An element's increase reaches the program-wide variable of the name too.
-  if (esemplare && &main != this) change_by_plan(plan, main, plan.main_slots, sign, false);
+  if (esemplare && &main != this) {
+    change_by_plan(plan, main, main.slots_of(plan.main_slots, name, main.change_limit()), sign, false);
+  }
   return true;
 }
 
-void ProgramInstance::change_by_plan(StatementPlan& plan, ProgramInstance& table, VariableSlots& cache, double sign,
-                                     bool write_through) {
-  const std::string_view name = plan.name_token.string_view();
-  // Each entry of the name below the length the table had when the walk was prepared, as the general way.
-  const int limit = std::min(table.vlen, static_cast<int>(std::min(table.vari.size(), table.val.size())));
-  for (const int v : table.slots_of(cache, name, limit)) {
+void ProgramInstance::change_by_plan(StatementPlan& plan, ProgramInstance& table, const std::vector<int>& slots,
+                                     double sign, bool write_through) {
+  for (const int v : slots) {
     RValue& value = table.val[static_cast<size_t>(v)];
     double written = 0;
     // The commonest step: one up or down on a text that a plan wrote as digits, moved in place.
@@ -358,10 +364,10 @@ void ProgramInstance::change_by_plan(StatementPlan& plan, ProgramInstance& table
 
 bool ProgramInstance::planned_assignment(std::string_view name, int j) {
   if (!plans_enabled() || j < 0 || static_cast<size_t>(j) + 2 >= program.tok.size() ||
-      static_cast<size_t>(j) >= program.statement_plans.size()) {
+      static_cast<size_t>(j) >= program.plans->statements.size()) {
     return false;
   }
-  StatementPlan& plan = program.statement_plans[static_cast<size_t>(j)];
+  StatementPlan& plan = program.plans->statements[static_cast<size_t>(j)];
   const RValue& name_token = program.tok[static_cast<size_t>(j)];
   const RValue& value_token = program.tok[static_cast<size_t>(j) + 2];
   if (!name_token.is(Kind::String) || !value_token.is(Kind::String)) return false;
@@ -377,11 +383,12 @@ bool ProgramInstance::planned_assignment(std::string_view name, int j) {
                           name == "nome_finestra";
     plan.shape = reserved || value_text == "non" ? StatementPlan::Shape::General : StatementPlan::Shape::Assignment;
     plan.attribute = written_attribute(name);
-    plan.slots = {};
-    plan.value = {};
+    plan.reading = new_reading();
+    plan.main_slots = {};
+    plan.value.shape = ExpressionPlan::Shape::Unread;
   }
   if (plan.shape != StatementPlan::Shape::Assignment) return false;
-  const std::vector<int>& slots = slots_of(plan.slots, name, INT_MAX);
+  const std::vector<int>& slots = own_slots_of(plan.own_slots, plan.reading, name, INT_MAX);
   // Each entry of a name met twice works its value out again: a chance can differ.
   if (slots.size() > 1) return false;
   // An element's assignment reaches a program-wide variable of the name too, the general way.

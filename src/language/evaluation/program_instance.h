@@ -15,6 +15,7 @@
 // [SECTION] The instance and its program
 #pragma once
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <memory>
@@ -141,8 +142,9 @@ class ProgramInstance : public ExpressionContext {
 
   // Prepares positions `from` to `to` (not included) to run, once, after
   // var_inizialization: which can start a statement (tok_ok), and which
-  // family functions may answer there.
-  void mem_function(int from, int to);
+  // family functions may answer there. The positions' plans are `shared`,
+  // the plans of another program of the same tokens, when given.
+  void mem_function(int from, int to, std::shared_ptr<PositionPlans> shared = nullptr);
   // Runs positions `from` up to but not including `to`: at each that can
   // start a statement, "aumenta", "diminuisci" and assignment, then every
   // family in order, then the loops and the condition.
@@ -271,17 +273,33 @@ class ProgramInstance : public ExpressionContext {
     return &main_table() != this && element_reads_main_string(plan, name);
   }
   bool element_reads_main_string(ExpressionPlan& plan, std::string_view name);
-  // The stored text of a name of a plan, or null when it has none. Inline: each operand asks.
-  const RValue* named_value(ExpressionPlan::Operand& operand, std::string_view name) {
-    const std::vector<int>& slots = slots_of(operand.slots, name, INT_MAX);
+  // The slots of `name` below `limit` in this program's own table, for a
+  // plan's name of the reading `reading`, kept at `index` of own_slots
+  // (given out now when it has none). The reference dies when the next
+  // index is given out.
+  const std::vector<int>& own_slots_of(uint32_t& index, uint64_t reading, std::string_view name, int limit) {
+    if (index == NO_OWN_SLOTS) index = program.plans->own_slot_count++;
+    if (index >= program.own_slots.size()) program.own_slots.resize(index + 1);
+    VariableSlots& cache = program.own_slots[index];
+    if (cache.reading != reading) {
+      cache.reading = reading;
+      cache.version = 0;
+    }
+    return slots_of(cache, name, limit);
+  }
+  // The stored text of `name`, operand `k` of `plan`, or null when it has none. Inline: each operand asks.
+  const RValue* named_value(ExpressionPlan& plan, size_t k, std::string_view name) {
+    const std::vector<int>& slots = own_slots_of(plan.own_slots[k], plan.reading, name, INT_MAX);
     if (slots.empty() || static_cast<size_t>(slots[0]) >= val.size()) return nullptr;
     const RValue& value = val[static_cast<size_t>(slots[0])];
     return value.is(Kind::String) ? &value : nullptr;
   }
   // The change of a planned "aumenta" or "diminuisci" on the entries of its name in `table`, writing
   // element attributes through when asked.
-  void change_by_plan(StatementPlan& plan, ProgramInstance& table, VariableSlots& cache, double sign,
+  void change_by_plan(StatementPlan& plan, ProgramInstance& table, const std::vector<int>& slots, double sign,
                       bool write_through);
+  // The entries that a change reaches: those below the length the table had when the walk was prepared.
+  int change_limit() const { return std::min(vlen, static_cast<int>(std::min(vari.size(), val.size()))); }
   // A chain's value, false when a value isn't a whole number or a step leaves the exact range.
   bool chain_number(ExpressionPlan& plan, double& out);
 
@@ -298,6 +316,9 @@ class ProgramInstance : public ExpressionContext {
   int block_end(int from, bool dark) const;
   // Puts `mark` at the front of token `k` unless it holds one already.
   void mark_token(int k, std::string_view mark);
+  // Makes token `k` the text `text`, in the string that the programs sharing
+  // these plans wrote there before, when one did.
+  void write_token(int k, std::string_view text);
 
   // Makes the lookup index anew from vari.
   void rebuild_index() const;

@@ -20,6 +20,7 @@ void Tokenizer::parsing_codice_oggetto(size_t ap) {
   p_.ogg.assign(OBJECT_SLOTS, "not_set");
   p_.contenuto_ogg.assign(OBJECT_SLOTS, std::string());
   p_.tok_ogg.assign(OBJECT_SLOTS, {});
+  p_.plans_ogg.assign(OBJECT_SLOTS, nullptr);
   p_.tot_ogg = 1;
   const std::vector<std::string>& tok = tok_p_;
   for (size_t ab = 2; ab <= ap && ab < tok.size(); ++ab) {

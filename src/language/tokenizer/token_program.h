@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -25,12 +26,26 @@ inline bool still_reads(RValue& held, const RValue& token) {
 
 // The positions of one name in a variable table, found once and kept while
 // the table's names stand as they did (`version` is the table's count of
-// changes to its names; 0: not found yet).
+// changes to its names; 0: not found yet) and, for a program's own slots,
+// while the plan's reading of the name stands.
 struct VariableSlots {
   uint64_t version = 0;
+  uint64_t reading = 0;
   int limit = -1;
   std::vector<int> slots;
 };
+
+// Plans are shared by the elements of a class, each with its own table:
+// every program keeps the slots of a plan's names in its own table itself,
+// in TokenProgram::own_slots, at an index that the plan gives out at the
+// first lookup and keeps from reading to reading. A plan stamps each reading
+// of its names, and slots found for another reading are stale.
+inline constexpr uint32_t NO_OWN_SLOTS = UINT32_MAX;
+// A stamp for a new reading of a plan's names, never given before.
+inline uint64_t new_reading() {
+  static uint64_t last = 0;
+  return ++last;
+}
 
 // How an expression token is worked out, read at its first evaluation: a
 // plain numeral, a lone name, or a chain of whole-number operands joined by
@@ -44,13 +59,14 @@ struct ExpressionPlan {
     bool negated = false;  // behind a "-", which the evaluator turns into "+" and the opposite
     bool multiplies = false;  // behind a "*": a factor of the term before
     bool ends_term = false;   // the last factor of its term
-    VariableSlots slots;
   };
   Shape shape = Shape::Unread;
   std::string token;          // the token the plan was read from
   VariableSlots main_slots;   // an element's lone name in the main table, whose string would win
   uint64_t main_version = 0;  // the main table's names when the plan was read
   std::vector<Operand> operands;
+  std::vector<uint32_t> own_slots;  // the index of each operand's own slots, kept from reading to reading
+  uint64_t reading = 0;             // the stamp of the operands' reading
   bool sums = false;          // any "+" or "-": the answer is a sum, without trailing zeros
   bool whole_numeral = false; // a numeral of a whole number,
   double numeral = 0;         // and that number
@@ -73,7 +89,8 @@ struct StatementPlan {
   bool fixed_amount = false;       // "aumenta": the amount is a numeral, worked out once
   double amount = 0;
   bool unit_step = false;          // the fixed amount is 1
-  VariableSlots slots;
+  uint32_t own_slots = NO_OWN_SLOTS;  // the index of the name's own slots
+  uint64_t reading = 0;               // the stamp of the name's reading
   VariableSlots main_slots;        // an element's name in the main table, which the assignment reaches too
   ExpressionPlan value;            // an assignment's expression
 };
@@ -100,6 +117,23 @@ struct ConditionPlan {
   std::string lettered;
   std::vector<uint32_t> ends;
   std::string value;  // an operand's value
+};
+
+// The plans of a program's positions: what each statement and condition
+// means, read at its first run. Nothing in them belongs to one table but the
+// slots in the main table, which every element reaches alike: the elements
+// of a class run the same tokens and share one PositionPlans.
+struct PositionPlans {
+  // The plans of the conditions met so far, by the position of their "se".
+  std::vector<ConditionPlan> conditions;
+  // The plans of the statements met so far, by position.
+  std::vector<StatementPlan> statements;
+  // The own slots' indexes given out so far.
+  uint32_t own_slot_count = 0;
+  // The texts that marks gave each token, by position, with the text it had
+  // before: every program that writes a text into a token takes the same
+  // string, which the plans find as the very string they hold.
+  std::vector<std::vector<RValue>> token_forms;
 };
 
 struct TokenProgram {
@@ -134,8 +168,10 @@ struct TokenProgram {
   // candidates[candidates_from[i + 1]].
   std::vector<const FamilyFunction*> candidates;
   std::vector<uint32_t> candidates_from;
-  // The plans of the conditions met so far, by the position of their "se"; made ready by mem_function.
-  std::vector<ConditionPlan> condition_plans;
-  // The plans of the statements met so far, by position; made ready by mem_function.
-  std::vector<StatementPlan> statement_plans;
+  // The plans of the positions, made ready by mem_function; the elements of
+  // a class share theirs (see PositionPlans), each keeping its own slots.
+  std::shared_ptr<PositionPlans> plans = std::make_shared<PositionPlans>();
+  std::vector<VariableSlots> own_slots;
+  // The shared plans of each object's code, by the index of tok_ogg, once its first element made them.
+  std::vector<std::shared_ptr<PositionPlans>> plans_ogg;
 };

@@ -64,7 +64,7 @@ void ProgramInstance::execute_if_ext(int j) {
 
   // The brace that opens the block, and whether the block is dark at this moment. A condition's plan
   // knows its brace, the first token behind "se" that holds one, and once read whether it is dark.
-  ConditionPlan* plan = condition_brace > iff ? &program.condition_plans[static_cast<size_t>(iff)] : nullptr;
+  ConditionPlan* plan = condition_brace > iff ? &program.plans->conditions[static_cast<size_t>(iff)] : nullptr;
   int oo = plan ? condition_brace - iff : 1;
   // The brace is ASCII: a byte search finds it only at character starts.
   while (!plan && token_text(iff + oo).find('{') == std::string_view::npos) {
@@ -87,7 +87,7 @@ void ProgramInstance::execute_if_ext(int j) {
     if (const int ultimo_punto = block_end(from, true)) {
       for (int k = from; k <= ultimo_punto; ++k) {
         std::string text(token_text(k));
-        if (text_edit::replace_first(text, DARK_MARK, "")) program.tok[static_cast<size_t>(k)] = RValue::text(text);
+        if (text_edit::replace_first(text, DARK_MARK, "")) write_token(k, text);
       }
     }
   } else if (res != "1" && !attiva) {
@@ -115,7 +115,25 @@ void ProgramInstance::mark_token(int k, std::string_view mark) {
   if (text_edit::contains(t, mark)) return;
   std::string text(mark);
   text += t;
-  program.tok[static_cast<size_t>(k)] = RValue::text(text);
+  write_token(k, text);
+}
+
+void ProgramInstance::write_token(int k, std::string_view text) {
+  std::vector<std::vector<RValue>>& all_forms = program.plans->token_forms;
+  if (all_forms.size() <= static_cast<size_t>(k)) all_forms.resize(std::max(program.tok.size(), static_cast<size_t>(k) + 1));
+  std::vector<RValue>& forms = all_forms[static_cast<size_t>(k)];
+  RValue& token = program.tok[static_cast<size_t>(k)];
+  const auto reads = [](std::string_view form_text) {
+    return [form_text](const RValue& form) { return form.string_view() == form_text; };
+  };
+  // The text the token has now is a form too: the programs that haven't written it yet hold that string.
+  if (token.is(Kind::String) && std::ranges::none_of(forms, reads(token.string_view()))) forms.push_back(token);
+  if (const auto form = std::ranges::find_if(forms, reads(text)); form != forms.end()) {
+    token = *form;
+    return;
+  }
+  forms.push_back(RValue::text(text));
+  token = forms.back();
 }
 
 // ---------------------------------------------------------------------------
@@ -169,7 +187,7 @@ void ProgramInstance::execute_while_ext(int j) {
   // The body is live again for this arrival.
   for (int t = j + 4; t < end; ++t) {
     std::string text(token_text(t));
-    if (text_edit::replace_all(text, DONE_MARK, "")) program.tok[static_cast<size_t>(t)] = RValue::text(text);
+    if (text_edit::replace_all(text, DONE_MARK, "")) write_token(t, text);
   }
 
   ripetizione = 1;

@@ -96,14 +96,21 @@ const FamilyGuard& guard_of(const Family& family, const FamilyFunction& function
 // ---------------------------------------------------------------------------
 // [SECTION] mem_function
 
-void ProgramInstance::mem_function(int from, int to) {
+void ProgramInstance::mem_function(int from, int to, std::shared_ptr<PositionPlans> shared) {
   vlen = static_cast<int>(vari.size());
   from = std::max(from, 0);
   to = std::min(to, program.totale_tok);
   program.tok_ok.assign(static_cast<size_t>(std::max(program.totale_tok, 0)), 0);
   program.candidates.clear();
-  program.condition_plans.assign(program.tok_ok.size(), {});
-  program.statement_plans.assign(program.tok_ok.size(), {});
+  // The shared plans when they are of tokens as many, else plans of its own.
+  if (shared && shared->statements.size() == program.tok_ok.size()) {
+    program.plans = std::move(shared);
+  } else {
+    program.plans = std::make_shared<PositionPlans>();
+    program.plans->conditions.resize(program.tok_ok.size());
+    program.plans->statements.resize(program.tok_ok.size());
+  }
+  program.own_slots.clear();
   program.candidates_from.assign(program.tok_ok.size() + 1, 0);
 
   const FunctionIndex& index = function_index();
@@ -139,14 +146,14 @@ void ProgramInstance::mem_function(int from, int to) {
 
 void ProgramInstance::execute_function_ext(int from, int to) {
   using Word = StatementPlan::Word;
-  const int end = std::min({to, static_cast<int>(program.tok_ok.size()), static_cast<int>(program.statement_plans.size())});
+  const int end = std::min({to, static_cast<int>(program.tok_ok.size()), static_cast<int>(program.plans->statements.size())});
   if (program.next_ok.size() != program.tok_ok.size() + 1) return;
   for (int j = std::max(from, 0); j < end; ++j) {
     j = program.next_ok[static_cast<size_t>(j)];
     if (j >= end) break;
     // The word and the token behind it are read again only when their tokens are no longer the strings held.
     // Until the conditions and loops below, nothing writes the tokens: a reference is enough.
-    StatementPlan& at = program.statement_plans[static_cast<size_t>(j)];
+    StatementPlan& at = program.plans->statements[static_cast<size_t>(j)];
     const RValue& token = program.tok[static_cast<size_t>(j)];
     if (!still_reads(at.word_token, token)) {
       const std::string_view tkk = token.is(Kind::String) ? token.string_view() : std::string_view();
