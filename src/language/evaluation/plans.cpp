@@ -194,6 +194,15 @@ const std::vector<int>& ProgramInstance::find_slots(VariableSlots& cache, std::s
   return cache.slots;
 }
 
+const std::vector<int>& ProgramInstance::find_own_slots(uint32_t& index, uint64_t reading, std::string_view name,
+                                                        int limit) {
+  if (index == NO_OWN_SLOTS) index = program.plans->own_slot_count++;
+  if (index >= program.own_slots.size()) program.own_slots.resize(index + 1);
+  VariableSlots& cache = program.own_slots[index];
+  cache.reading = reading;
+  return find_slots(cache, name, limit);
+}
+
 // ---------------------------------------------------------------------------
 // [SECTION] Expressions
 

@@ -278,15 +278,13 @@ class ProgramInstance : public ExpressionContext {
   // (given out now when it has none). The reference dies when the next
   // index is given out.
   const std::vector<int>& own_slots_of(uint32_t& index, uint64_t reading, std::string_view name, int limit) {
-    if (index == NO_OWN_SLOTS) index = program.plans->own_slot_count++;
-    if (index >= program.own_slots.size()) program.own_slots.resize(index + 1);
-    VariableSlots& cache = program.own_slots[index];
-    if (cache.reading != reading) {
-      cache.reading = reading;
-      cache.version = 0;
+    if (index < program.own_slots.size()) {
+      const VariableSlots& cache = program.own_slots[index];
+      if (cache.reading == reading && cache.version == names_version_ && cache.limit == limit) return cache.slots;
     }
-    return slots_of(cache, name, limit);
+    return find_own_slots(index, reading, name, limit);
   }
+  const std::vector<int>& find_own_slots(uint32_t& index, uint64_t reading, std::string_view name, int limit);
   // The stored text of `name`, operand `k` of `plan`, or null when it has none. Inline: each operand asks.
   const RValue* named_value(ExpressionPlan& plan, size_t k, std::string_view name) {
     const std::vector<int>& slots = own_slots_of(plan.own_slots[k], plan.reading, name, INT_MAX);
