@@ -7,7 +7,6 @@
 #include <sstream>
 
 #include "run_fixture.h"
-#include "support/test_pictures.h"
 
 namespace {
 
@@ -32,17 +31,9 @@ class DrawingRun : public RunFixture {
     }
     return ::testing::AssertionSuccess();
   }
-  // How many pixels from (left, top) to (right, bottom) inclusive are of colour `c`.
-  static int count(const Image& image, int left, int top, int right, int bottom, Rgb c, int tolerance = 5) {
-    int n = 0;
-    for (int y = top; y <= bottom; ++y) {
-      for (int x = left; x <= right; ++x) n += shows(image, x, y, c, tolerance) ? 1 : 0;
-    }
-    return n;
-  }
   // Whether anything but white was drawn from (left, top) to (right, bottom).
   static bool inked(const Image& image, int left, int top, int right, int bottom) {
-    return count(image, left, top, right, bottom, WHITE) < (right - left + 1) * (bottom - top + 1);
+    return count_colour(image, left, top, right, bottom, WHITE, 5) < (right - left + 1) * (bottom - top + 1);
   }
 
   RunResult last_;
@@ -50,7 +41,7 @@ class DrawingRun : public RunFixture {
 
 TEST_F(DrawingRun, StatementsAndValueFunctionsReachTheMainRoom) {
   ASSERT_TRUE(write_test_picture(folder_ / "gatto.png", 20, 10,
-                                 [](int x, int y) { return x == 0 && y == 9 ? Rgb{0, 255, 0} : RED; }));
+                                 [](int x, int y) { return x == 0 && y == 9 ? GREEN : RED; }));
   const Image image = draw("c = ottieni colore rgb (ROSSO: 10, VERDE: 20, BLU: 30)\n",
                            "disegna cerchio (X: 600, Y: 150, RAGGIO: 40, COLORE: c)\n"
                            "disegna immagine (X: 400, Y: 50, IMMAGINE: \"gatto\")\n"
@@ -70,7 +61,7 @@ TEST_F(DrawingRun, StatementsAndValueFunctionsReachTheMainRoom) {
   EXPECT_TRUE(shows(image, 400, 59, {0, 255, 0}));
   EXPECT_TRUE(shows(image, 419, 50, RED));
   EXPECT_TRUE(shows(image, 420, 50, WHITE));
-  EXPECT_GT(count(image, 100, 400, 200, 440, BLUE, 60), 20) << "the text";
+  EXPECT_GT(count_colour(image, 100, 400, 200, 440, BLUE, 60), 20) << "the text";
 
   // A key that can't be worked out stops the run with the learner's message.
   const RunResult bad = run("INIZIA\nCICLO CONTINUO\ndisegna cerchio (X: 100, Y: 100, RAGGIO: 2*(1+))\n", "--frames 3");
@@ -152,7 +143,7 @@ TEST_F(DrawingRun, TheShowcaseExampleDrawsItsScene) {
   EXPECT_TRUE(shows(image, 50, 550, {108, 190, 63})) << "the grass";
   // The white title would hardly show on the sky: it is dark blue.
   EXPECT_LT(std::strtod(last_.value("contrasto").c_str(), nullptr), 40);
-  EXPECT_GT(count(image, 250, 5, 550, 60, {20, 40, 110}, 10), 300);
+  EXPECT_GT(count_colour(image, 250, 5, 550, 60, {20, 40, 110}, 10), 300);
   // The star on the tree is a picture, not the placeholder.
   EXPECT_FALSE(shows(image, 590, 238, {200, 200, 200}, 20));
   EXPECT_GT(pixel(image, 590, 238).r, 200);

@@ -12,14 +12,9 @@
 #include "runtime/Platform/Headless.h"
 #include "runtime/Platform/Log.h"
 #include "support/DebugLines.h"
+#include "support/NumberedLines.h"
 
 namespace {
-
-std::string numbered_lines(int n) {
-  std::string text;
-  for (int k = 1; k <= n; ++k) text += "riga " + std::to_string(k) + "\n";
-  return text;
-}
 
 int line_feeds(const std::string& text) { return static_cast<int>(std::count(text.begin(), text.end(), '\n')); }
 
@@ -51,14 +46,14 @@ TEST_F(EditorTest, AProgramLoadsIntoSlidesOf39LinesNumberedOnAcrossSlides) {
     bool last_feed_kept;           // a slide full at the end leaves an empty one after it, and keeps its feed
   };
   for (const Case& c : {Case{10, {9}, false}, Case{39, {39, 0}, true}, Case{79, {39, 39, 0}, false}}) {
-    editor().load(numbered_lines(c.lines));
+    editor().load(numbered_lines(1, c.lines) + "\n");
     frames(1);
     SCOPED_TRACE(c.lines);
     ASSERT_EQ(editor().n_slide, static_cast<int>(c.slide_lines.size()));
     for (size_t s = 0; s < c.slide_lines.size(); ++s) EXPECT_EQ(line_feeds(editor().slide_text[s + 1]), c.slide_lines[s]);
     // The tab of slide 1 comes with the second slide.
     EXPECT_EQ(count_of("scheda"), c.slide_lines.size() > 1 ? c.slide_lines.size() : 0u);
-    EXPECT_EQ(editor().whole_program() + (c.last_feed_kept ? "" : "\n"), numbered_lines(c.lines));
+    EXPECT_EQ(editor().whole_program(), numbered_lines(1, c.lines) + (c.last_feed_kept ? "\n" : ""));
   }
   editor().show_slide(3);
   frames(1);
@@ -69,12 +64,12 @@ TEST_F(EditorTest, AProgramLoadsIntoSlidesOf39LinesNumberedOnAcrossSlides) {
 }
 
 TEST_F(EditorTest, TypingLandsInTheSlideOnShowAndInTheBackupAStepLater) {
-  editor().load(numbered_lines(79));
+  editor().load(numbered_lines(1, 79) + "\n");
   click(1290, 50 + 140 + 60);  // the tab of slide 2
   EXPECT_EQ(editor().slide_index, 2);
   type_into_box("nuova riga\n" + editor().slide_text[2]);
   EXPECT_EQ(editor().slide_text[2].rfind("nuova riga\nriga 40\n", 0), 0u);
-  EXPECT_EQ(editor().slide_text[1], numbered_lines(39));
+  EXPECT_EQ(editor().slide_text[1], numbered_lines(1, 39) + "\n");
   frames(1);
   EXPECT_EQ(saved("backup.txt"), editor().whole_program());
 
@@ -92,7 +87,7 @@ TEST_F(EditorTest, ClosingAsksOnlyWhenTheSlideOnShowHasUnsavedWork) {
 
   stop();
   start();
-  editor().load(numbered_lines(79));
+  editor().load(numbered_lines(1, 79) + "\n");
   frames(1);
   editor().show_slide(2);
   type_into_box("cambiata");
@@ -122,13 +117,13 @@ TEST_F(EditorTest, ClosingAsksOnlyWhenTheSlideOnShowHasUnsavedWork) {
 
 TEST_F(EditorTest, AfterACrashTheNextStartRecoversTheBackup) {
   stop();
-  std::ofstream(folder_.path() / "backup.txt") << numbered_lines(45);
+  std::ofstream(folder_.path() / "backup.txt") << numbered_lines(1, 45) + "\n";
   std::ofstream(folder_.path() / "setting.ini") << "[Velant]\r\nCrash=\"1.000000\"\r\nnome_ultimo_progetto=\"gatto\"\r\n";
   start();
   ASSERT_NE(pop_up(), nullptr);
   EXPECT_EQ(pop_up()->text, "Ops... Qualcosa è andato storto...");
   EXPECT_EQ(editor().n_slide, 2);
-  EXPECT_EQ(editor().whole_program() + "\n", numbered_lines(45));
+  EXPECT_EQ(editor().whole_program(), numbered_lines(1, 45));
   EXPECT_EQ(environment_globals().nome_progetto, "gatto");
   click(OK_X, BUTTONS_Y);
   EXPECT_EQ(pop_up(), nullptr);
@@ -144,7 +139,7 @@ TEST_F(EditorTest, AfterACrashTheNextStartRecoversTheBackup) {
 }
 
 TEST_F(EditorTest, NewProjectDropsWorkOnlyAfterTheQuestion) {
-  editor().load(numbered_lines(50));
+  editor().load(numbered_lines(1, 50) + "\n");
   type_into_box("modificato");
   click(150, 23);  // "Nuovo progetto"
   ASSERT_NE(pop_up(), nullptr);

@@ -72,10 +72,7 @@ class EnvironmentTest : public ::testing::Test {
   static EditorCtrl& editor() { return *editor_ctrl(); }
   static size_t count_of(const char* object) { return object_get(object_find(object))->instances.size(); }
 
-  std::string saved(const std::string& name) const {
-    std::ifstream in(folder_.path() / name, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-  }
+  std::string saved(const std::string& name) const { return read_whole_file(folder_.path() / name); }
 
   const std::filesystem::path previous_ = std::filesystem::current_path();
   SaveArea folder_{"velant_editor"};

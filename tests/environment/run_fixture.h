@@ -14,6 +14,7 @@
 
 #include "runtime/Graphics/ImageFile.h"
 #include "support/TempFolder.h"
+#include "support/test_pictures.h"
 
 struct RunResult {
   int status = -1;
@@ -28,11 +29,6 @@ struct RunResult {
     return printed.substr(begin, printed.find('\n', begin) - begin);
   }
 };
-
-struct Rgb {
-  int r, g, b;
-};
-inline constexpr Rgb WHITE{255, 255, 255}, BLACK{0, 0, 0}, RED{255, 0, 0}, BLUE{0, 0, 255}, YELLOW{255, 255, 0};
 
 // Runs `velant run` on `program`, written into `folder`, with `options`; the user's data folder is
 // "dati" in it, so the save area is SAVE_AREA there.
@@ -62,16 +58,10 @@ class RunFixture : public ::testing::Test {
     EXPECT_TRUE(image_load((folder_ / file).string(), image)) << file;
     return image;
   }
-  static Rgb pixel(const Image& image, int x, int y) {
-    if (x < 0 || y < 0 || x >= image.width || y >= image.height) return {-1, -1, -1};
-    const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
-    return {p[0], p[1], p[2]};
-  }
   // Whether pixel (x, y) is colour `c`, each channel within `tolerance`.
   static ::testing::AssertionResult shows(const Image& image, int x, int y, Rgb c, int tolerance = 3) {
     const Rgb p = pixel(image, x, y);
-    if (std::abs(p.r - c.r) <= tolerance && std::abs(p.g - c.g) <= tolerance && std::abs(p.b - c.b) <= tolerance)
-      return ::testing::AssertionSuccess();
+    if (same_colour(p, c, tolerance)) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "(" << x << ", " << y << ") is " << p.r << " " << p.g << " " << p.b
                                          << ", not " << c.r << " " << c.g << " " << c.b;
   }

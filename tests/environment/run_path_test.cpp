@@ -32,8 +32,7 @@ TEST_F(RunPath, TheEditorsTextRunsAndEscBringsTheLearnerBack) {
   run_from_editor("INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1\n");
   EXPECT_EQ(current_room_index(), ROOM_MAIN);
   ASSERT_NE(runner(), nullptr);
-  std::ifstream code("code.txt");
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(code), {}), "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1");
+  EXPECT_EQ(read_whole_file("code.txt"), "INIZIA\nX = 1\nCICLO CONTINUO\naumenta X di 1");
   const int before = x();
   frames(3);
   EXPECT_EQ(x(), before + 3) << "one pass of CICLO CONTINUO a frame";

@@ -100,8 +100,7 @@ TEST_F(FamilyContract, ValueFunctionsStoreTheirResultInOneOfTwoNumberFormsOrActO
   p.remove_variable("N");
   run_inizia(p);
   // A function that no family has leaves the variable as it was.
-  EXPECT_EQ((std::vector<std::string>{stored(p, "M"), stored(p, "C"), stored(p, "W"), stored(p, "T"), stored(p, "Q"),
-                                      stored(p, "R")}),
+  EXPECT_EQ(stored(p, {"M", "C", "W", "T", "Q", "R"}),
             (std::vector<std::string>{"0.500000000000000000000000000000", "3.50", "4", "\"ciao\"", "|not_set|", "5"}));
   // A name not in the table springs into being at the end of it.
   EXPECT_EQ(p.find_variable("N"), p.vari_size - 1);

@@ -82,8 +82,7 @@ TEST_F(FunzioniDiCasualita, EveryRunDrawsTheSameUntilTheProgramAsksForADifferent
   // The draws of a run of a new program of `text`, with chance as each run starts it.
   const auto one_run = [&](const std::string& text) {
     ripristina_casualita_di_avvio();
-    programs_.clear();
-    set_main_program(nullptr);
+    forget_programs();
     return drawn(text, {"A", "B", "C"}, 1);
   };
   const auto first = one_run(draws);

@@ -1,7 +1,5 @@
 // The example programs of the drawing family run their start and one
 // frame on the canvas, and draw what their comments promise.
-#include <fstream>
-
 #include "funzioni_di_disegno_fixture.h"
 
 namespace {
@@ -10,9 +8,7 @@ class DisegnoEsempi : public DrawingProgramTest {
  protected:
   // The program of examples/`name`, started and run for one frame.
   ProgramInstance& example(std::string_view name) {
-    std::ifstream file(examples_folder() / name, std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    ProgramInstance& p = sole_program(text);
+    ProgramInstance& p = ProgramTest::example(name);
     run_inizia(p);
     run_frame(p);
     return p;
@@ -40,7 +36,7 @@ TEST_F(DisegnoEsempi, Testi) {
   const Ink box = ink();
   EXPECT_LT(box.top, 60);  // the title
   EXPECT_GE(box.left, 40);
-  EXPECT_TRUE(is(pixel(30, 130), WHITE));  // nothing left of the texts' margin
+  EXPECT_TRUE(shows({30, 130, WHITE}));  // nothing left of the texts' margin
 }
 
 TEST_F(DisegnoEsempi, Immagini) {
@@ -55,8 +51,8 @@ TEST_F(DisegnoEsempi, Immagini) {
   EXPECT_EQ(sprite_get_width(star), 32);
   // The centre of a star, yellow or orange as the animation goes; the chosen frame is orange.
   constexpr Rgb GOLD{255, 215, 0}, ORANGE{255, 140, 0};
-  EXPECT_TRUE(is(pixel(116, 117), GOLD) || is(pixel(116, 117), ORANGE));
-  EXPECT_TRUE(is(pixel(116, 317), ORANGE));
+  EXPECT_TRUE(shows({116, 117, GOLD}) || shows({116, 117, ORANGE}));
+  EXPECT_TRUE(shows({116, 317, ORANGE}));
   // The picture named by its path was loaded once more, and the missing one stands as the placeholder.
   ASSERT_EQ(drawing_memory(p).tot_mem_ris, 3);
   EXPECT_EQ(drawing_memory(p).mem_ris[1], "immagini/stella.png");
@@ -70,7 +66,7 @@ TEST_F(DisegnoEsempi, Griglia) {
   EXPECT_EQ(global("righelli"), 1);
   EXPECT_EQ(global("goniometro"), 1);
   EXPECT_EQ(stored(p, "differenza"), exact(0));  // the coral of the example is the colour word's
-  EXPECT_TRUE(is(pixel(150, 150), {255, 127, 80}));
+  EXPECT_TRUE(shows({150, 150, {255, 127, 80}}));
   EXPECT_EQ(number(p, "sotto"), number(p, "corallo_mio"));
 }
 

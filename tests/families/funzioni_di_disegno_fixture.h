@@ -14,10 +14,8 @@
 #include <vector>
 
 #include "families/funzioni_di_disegno.h"
-#include "language/evaluation/numeric_expression.h"
 #include "runtime/Font/Font.h"
 #include "runtime/Font/TextState.h"
-#include "runtime/Function/StringFunctions.h"
 #include "runtime/Graphics/DrawState.h"
 #include "runtime/Graphics/Primitives.h"
 #include "runtime/Graphics/Surfaces.h"
@@ -29,11 +27,6 @@
 #include "support/program_fixture.h"
 #include "support/test_pictures.h"
 
-struct Rgb {
-  int r, g, b;
-};
-inline constexpr Rgb WHITE{255, 255, 255}, BLACK{0, 0, 0}, RED{255, 0, 0}, GREEN{0, 255, 0}, BLUE{0, 0, 255},
-    YELLOW{255, 255, 0};
 // Red, green and blue at alpha 0.5 over white.
 inline constexpr Rgb HALF_RED{255, 127, 127}, HALF_GREEN{127, 255, 127}, HALF_BLUE{127, 127, 255};
 
@@ -114,13 +107,6 @@ class DrawingProgramTest : public ProgramTest {
     ProgramTest::TearDown();
   }
 
-  // The program of `text` ready to run, alone as a run has it: the programs
-  // made before it in the test go, so that it is the one of main_code_ctrl.
-  ProgramInstance& sole_program(const std::string& text) {
-    programs_.clear();
-    set_main_program(nullptr);
-    return runnable(text);
-  }
   // A program whose block INIZIA holds `statements`, run once.
   ProgramInstance& run_start(const std::string& statements) {
     ProgramInstance& p = sole_program("INIZIA\n" + statements + "\nCICLO CONTINUO");
@@ -168,13 +154,10 @@ class DrawingProgramTest : public ProgramTest {
     read_target_pixels(x, y, 1, 1, p);
     return {p[0], p[1], p[2]};
   }
-  static bool is(const Rgb& p, const Rgb& c, int tolerance = 3) {
-    return std::abs(p.r - c.r) <= tolerance && std::abs(p.g - c.g) <= tolerance && std::abs(p.b - c.b) <= tolerance;
-  }
   static bool shows(const Spot& spot) {
     for (int dy = -spot.reach; dy <= spot.reach; ++dy) {
       for (int dx = -spot.reach; dx <= spot.reach; ++dx) {
-        if (is(pixel(spot.x + dx, spot.y + dy), spot.colour, spot.reach ? 60 : 3)) return true;
+        if (same_colour(pixel(spot.x + dx, spot.y + dy), spot.colour, spot.reach ? 60 : 3)) return true;
       }
     }
     return false;
@@ -198,10 +181,6 @@ class DrawingProgramTest : public ProgramTest {
     return box;
   }
 
-  // The 30-decimal text of a number, as the exact form stores it.
-  static std::string exact(double x) { return std::string(rt::string_format(x, -1, 30).string_view()); }
-  // The number of variable `name` of `p`.
-  static double number(const ProgramInstance& p, std::string_view name) { return string_is_real(stored(p, name)); }
   static double global(const char* name) {
     RValue value;
     variable_get(global_object(), variable_id(name), NO_ARRAY_INDEX, value);

@@ -100,8 +100,8 @@ TEST_F(DisegnoImmagini, APathIsCompletedAndLoadedOnceAndRememberedAsWritten) {
   EXPECT_EQ(global("tot_img_load"), 4);
   EXPECT_EQ(sprite_get_width(memory.mem_ris_index[1]), 20);
   // The path with a backslash names a picture of one frame: both stripes.
-  EXPECT_TRUE(is(pixel(15, 15), RED));
-  EXPECT_TRUE(is(pixel(25, 15), BLUE));
+  EXPECT_TRUE(shows({15, 15, RED}));
+  EXPECT_TRUE(shows({25, 15, BLUE}));
 }
 
 TEST_F(DisegnoImmagini, OttieniImmagineGivesAHandleOnceWithItsOrigin) {
@@ -138,7 +138,7 @@ TEST_F(DisegnoImmagini, AnimationStepsOneCounterForAllPicturesOfTheInstance) {
   for (int frame = 0; frame < 4; ++frame) {
     if (frame > 0) run_frame(p);
     EXPECT_EQ(drawing_memory(p).subimage_index, counter[frame]) << frame;
-    EXPECT_TRUE(is(pixel(15, 15), expected[frame])) << frame;
+    EXPECT_TRUE(shows({15, 15, expected[frame]})) << frame;
   }
   // A picture named by its path has one frame: the default speed of 100 runs past it at once.
   ProgramInstance& q = run_one_frame("disegna immagine (X: 10, Y: 30, IMMAGINE: \"immagini/strisce\")");

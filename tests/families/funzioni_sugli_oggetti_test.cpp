@@ -10,7 +10,6 @@
 #include "language/evaluation/numeric_expression.h"
 #include "runtime/Platform/Gpu.h"
 #include "runtime/Platform/Window.h"
-#include "runtime/Run/Frame.h"
 #include "support/SaveArea.h"
 #include "support/program_fixture.h"
 #include "support/test_pictures.h"
@@ -29,9 +28,6 @@ class FunzioniSugliOggetti : public ProgramTest {
       if (e->nome == nome) return e;
     }
     return nullptr;
-  }
-  static void frames(int n) {
-    for (int k = 0; k < n; ++k) frame_run();
   }
 };
 

@@ -40,8 +40,7 @@ TEST_F(StatementsRobustness, AnyArgumentLetsTheRunGoOn) {
         std::string arguments;
         for (const std::string& key : KEYS) arguments += (arguments.empty() ? "" : ", ") + key + ": " + value;
         const std::string call = (f.shape == CallShape::Value ? "V = " : "") + std::string(f.name) + " --> (" + arguments + ")";
-        programs_.clear();
-        set_main_program(nullptr);
+        forget_programs();
         set_run_stopped_by_error(false);
         ProgramInstance& p = runnable("INIZIA\ncrea un esemplare (OGGETTO: \"sasso\", NOME: \"s\")\n" + call +
                                       "\nfatto = 1\nCICLO CONTINUO\n" + call + "\n");

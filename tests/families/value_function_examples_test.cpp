@@ -4,17 +4,12 @@
 // programs that leave the variables their comments promise.
 #include <algorithm>
 #include <cctype>
-#include <fstream>
 #include <set>
 
 #include "language/evaluation/numeric_expression.h"
-#include "runtime/Function/StringFunctions.h"
 #include "support/program_fixture.h"
 
 namespace {
-
-// The 30-decimal text of a number, as the exact form stores it.
-std::string exact(double x) { return std::string(rt::string_format(x, -1, 30).string_view()); }
 
 // A call's arguments, and what the variable it sets holds after it: the
 // text `expected`; or, with `within`, a number in the exact form within
@@ -56,17 +51,6 @@ class ValueFunctionExamples : public ProgramTest {
       EXPECT_NEAR(string_is_real(value), string_is_real(c.expected), c.within) << value;
     }
   }
-  ProgramInstance& sole_program(const std::string& text) {
-    programs_.clear();
-    set_main_program(nullptr);
-    return runnable(text);
-  }
-  // The program of examples/`name`, ready to run.
-  ProgramInstance& example(std::string_view name) {
-    std::ifstream file(std::filesystem::path(VELANT_SOURCE_DIR) / "examples" / name, std::ios::binary);
-    return sole_program(std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>()));
-  }
-  static double number(const ProgramInstance& p, std::string_view name) { return string_is_real(stored(p, name)); }
 };
 
 // clang-format off

@@ -36,8 +36,7 @@ class ValueFunctionsRobustness : public ProgramTest {
     for (const std::string& key : KEYS) arguments += (arguments.empty() ? "" : ", ") + key + ": " + value;
     if (with_unit) arguments += ", UNITA: " + value;
     const std::string call = "X = " + std::string(function) + " (" + arguments + ")";
-    programs_.clear();
-    set_main_program(nullptr);
+    forget_programs();
     ripristina_casualita_di_avvio();
     ProgramInstance& p = runnable("INIZIA\nN = \"<N> e <N>\"\n" + call + "\nCICLO CONTINUO");
     EXPECT_NO_THROW(run_inizia(p)) << call;

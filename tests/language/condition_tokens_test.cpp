@@ -9,7 +9,7 @@ class ConditionTokens : public ProgramTest {
  protected:
   // A program of its own: the assignments `setup` ran, then "se `condition` allora".
   ProgramInstance& condition_program(const std::string& setup, const std::string& condition) {
-    programs_.clear();
+    forget_programs();
     ProgramInstance& p = program("INIZIA\n" + setup + "\nse " + condition + " allora\n}\n");
     for (int k = 0; k + 1 < position(p, "se"); ++k) {
       if (p.token_text(k + 1) == "=") p.var_update_direct(p.token_text(k), k);

@@ -6,7 +6,6 @@
 #include "language/elements/element_templates.h"
 #include "language/elements/esemplare.h"
 #include "language/evaluation/numeric_expression.h"
-#include "runtime/Run/Frame.h"
 #include "support/program_fixture.h"
 
 namespace {
@@ -28,10 +27,6 @@ class Elements : public ProgramTest {
     e->nome = nome;
     return *e;
   }
-  static void frames(int n) {
-    for (int k = 0; k < n; ++k) frame_run();
-  }
-  static std::string variable(ProgramInstance& p, const std::string& name) { return stored(p, name); }
 };
 
 TEST_F(Elements, AnElementWithoutCodeHasItsAttributesInItsTableFromTheStart) {
@@ -40,10 +35,10 @@ TEST_F(Elements, AnElementWithoutCodeHasItsAttributesInItsTableFromTheStart) {
   e.durata = "0";
   frames(1);
   EXPECT_EQ(e.code_index, Esemplare::NO_CODE);
-  EXPECT_EQ(variable(e.program(), "X"), "100");
-  EXPECT_EQ(variable(e.program(), "Y"), "50");
-  EXPECT_EQ(variable(e.program(), "NOME"), "0") << "the bare name reads as an unknown name";
-  EXPECT_EQ(variable(main, "sasso1"), std::to_string(e.id)) << "the program's table names it by its id";
+  EXPECT_EQ(stored(e.program(), "X"), "100");
+  EXPECT_EQ(stored(e.program(), "Y"), "50");
+  EXPECT_EQ(stored(e.program(), "NOME"), "0") << "the bare name reads as an unknown name";
+  EXPECT_EQ(stored(main, "sasso1"), std::to_string(e.id)) << "the program's table names it by its id";
   frames(3);
   EXPECT_EQ(e.x, 100) << "it runs nothing";
 }
@@ -56,9 +51,9 @@ TEST_F(Elements, ObjectCodeMovesTheElementAndSeesTheRuntimesMotion) {
   EXPECT_EQ(still.x, 300) << "an assignment to X moves the element";
   moving.vspeed = 2;
   frames(2);
-  EXPECT_EQ(variable(moving.program(), "Y"), std::to_string(static_cast<int>(moving.y))) << "Y shows the motion";
-  EXPECT_EQ(string_is_real(variable(moving.program(), "visto")), moving.y) << "the code reads the moved Y";
-  EXPECT_EQ(calculate_string(main, "visto_del_p2"), variable(moving.program(), "visto")) << "read from outside";
+  EXPECT_EQ(stored(moving.program(), "Y"), std::to_string(static_cast<int>(moving.y))) << "Y shows the motion";
+  EXPECT_EQ(string_is_real(stored(moving.program(), "visto")), moving.y) << "the code reads the moved Y";
+  EXPECT_EQ(calculate_string(main, "visto_del_p2"), stored(moving.program(), "visto")) << "read from outside";
 }
 
 TEST_F(Elements, TheElementsOfAClassShareTokensMadeOnce) {

@@ -8,15 +8,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class StatementWalk : public ProgramTest {
- protected:
-  // The stored texts of `names` in `p`, to be compared at once.
-  static Texts stored(const ProgramInstance& p, std::initializer_list<const char*> names) {
-    Texts values;
-    for (const char* name : names) values.push_back(ProgramTest::stored(p, name));
-    return values;
-  }
-};
+using StatementWalk = ProgramTest;
 
 const std::string RULE(71, '_');
 
@@ -83,11 +75,11 @@ TEST_F(StatementWalk, LoopsRunTheirBodyAsOftenAsAskedAndAtLeastOnceEachArrival) 
   run_inizia(p);
   // Nested loops close at their own braces; a condition loop runs until its condition is false.
   EXPECT_EQ(stored(p, {"A", "B", "C", "X", "Y", "W"}), (Texts{"3", "1", "1", "6", "3", "5"}));
-  EXPECT_EQ(string_is_real(ProgramTest::stored(p, "S")), 10);
+  EXPECT_EQ(string_is_real(stored(p, "S")), 10);
   // The body of a condition loop is marked done once the condition failed, and runs again at each arrival.
   EXPECT_GT(position(p, "<--w-->aumenta"), 0);
   for (int frame = 0; frame < 3; ++frame) run_frame(p);
-  EXPECT_EQ(string_is_real(ProgramTest::stored(p, "Z")), 3);
+  EXPECT_EQ(string_is_real(stored(p, "Z")), 3);
   EXPECT_TRUE(messages_.empty());
 }
 
@@ -136,13 +128,6 @@ TEST_F(StatementWalk, OnlyStatementWordsStartStatements) {
 }
 
 TEST_F(StatementWalk, ExamplesDoWhatTheirCommentsSay) {
-  const auto example = [&](std::string_view name) -> ProgramInstance& {
-    std::ifstream file(std::filesystem::path(VELANT_SOURCE_DIR) / "examples" / name, std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    programs_.clear();
-    set_main_program(nullptr);
-    return runnable(text);
-  };
   ProgramInstance& tabellina = example("tabellina.txt");
   run_inizia(tabellina);
   EXPECT_EQ(messages_, Texts{"3025"});  // the sum that "debug" shows

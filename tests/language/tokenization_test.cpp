@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 
 #include "language/elements/esemplare.h"
@@ -124,9 +123,7 @@ TEST_F(Tokenization, ExampleProgramsMatchTheirGoldenTokens) {
     if (of_element) {
       ASSERT_TRUE(element_token_program(p, stem.extension().string().substr(1), element));
     }
-    std::ifstream in(entry.path());
-    const std::string expected((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    EXPECT_EQ(token_listing(of_element ? element : p), expected) << entry.path();
+    EXPECT_EQ(token_listing(of_element ? element : p), read_whole_file(entry.path())) << entry.path();
     ++compared;
   }
   EXPECT_GE(compared, 5);

@@ -18,12 +18,6 @@ class VariableTable : public ProgramTest {
     for (int k = 0; k < p.vari_size; ++k) out.emplace_back(cells[static_cast<size_t>(k)].string_view());
     return out;
   }
-  // The stored texts of `names` in `p`, to be compared at once.
-  static Texts stored(const ProgramInstance& p, std::initializer_list<const char*> names) {
-    Texts out;
-    for (const char* name : names) out.push_back(ProgramTest::stored(p, name));
-    return out;
-  }
   // What `p` reads for each name, checked against the expected texts.
   static void expect_reads(ProgramInstance& p, const std::vector<std::pair<std::string, std::string>>& reads) {
     for (const auto& [name, value] : reads) EXPECT_EQ(p.cal_var_and_const(name), value) << name;
@@ -143,8 +137,7 @@ TEST_F(VariableTable, ReservedNamesSetTheWindow) {
   expect_reads(p, {{"larghezza_finestra", "500"}, {"nome_finestra", "\"Il mio gioco\""}});
 
   // Without them, the names read the room and the main program's window.
-  programs_.clear();
-  set_main_program(nullptr);
+  forget_programs();
   ProgramInstance& main = bare_program();
   main.colore_sfondo = 255;
   main.room_caption = "\"Titolo\"";

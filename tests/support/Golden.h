@@ -13,10 +13,11 @@
 #include <string>
 #include <vector>
 
+#include "support/TempFolder.h"
+
 inline void expect_golden(const std::filesystem::path& file, const std::string& actual) {
   if (std::getenv("VELANT_UPDATE_GOLDEN")) std::ofstream(file, std::ios::binary) << actual;
-  std::ifstream in(file, std::ios::binary);
-  const std::string expected{std::istreambuf_iterator<char>(in), {}};
+  const std::string expected = read_whole_file(file);
   std::vector<std::string> want, got;
   for (std::istringstream in_want(expected); std::getline(in_want, want.emplace_back());) {}
   for (std::istringstream in_got(actual); std::getline(in_got, got.emplace_back());) {}

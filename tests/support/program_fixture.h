@@ -8,20 +8,26 @@
 
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "language/evaluation/numeric_expression.h"
 #include "language/evaluation/program_instance.h"
 #include "language/tokenizer/sound_assets.h"
 #include "language/tokenizer/tokenization.h"
 #include "runtime/Code/Builtins.h"
+#include "runtime/Function/StringFunctions.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Platform/Dialogs.h"
 #include "runtime/Room/Room.h"
+#include "runtime/Run/Frame.h"
 #include "support/MessageRecorder.h"
 #include "support/RunEnds.h"
+#include "support/TempFolder.h"
 
 class ProgramTest : public ::testing::Test {
  protected:
@@ -82,6 +88,20 @@ class ProgramTest : public ::testing::Test {
     p.mem_function(0, p.program.totale_tok);
     return p;
   }
+  // The programs made so far go, so that the next one made is that of main_code_ctrl.
+  void forget_programs() {
+    programs_.clear();
+    set_main_program(nullptr);
+  }
+  // The program of `text` ready to run, alone as a run has it.
+  ProgramInstance& sole_program(const std::string& text) {
+    forget_programs();
+    return runnable(text);
+  }
+  // The program of examples/`name`, alone and ready to run.
+  ProgramInstance& example(std::string_view name) {
+    return sole_program(read_whole_file(std::filesystem::path(VELANT_SOURCE_DIR) / "examples" / name));
+  }
   // A program of `statements` in its block INIZIA, run once as a run starts.
   ProgramInstance& started(const std::string& statements) {
     ProgramInstance& p = runnable("INIZIA\n" + statements + "\nCICLO CONTINUO\n");
@@ -106,6 +126,11 @@ class ProgramTest : public ::testing::Test {
     return -1;
   }
 
+  // `n` frames of the running room.
+  static void frames(int n) {
+    for (int k = 0; k < n; ++k) frame_run();
+  }
+
   // Runs every plain assignment of the program in order, as the statement walk would.
   static void run_assignments(ProgramInstance& p) {
     for (int k = 0; k + 1 < p.program.totale_tok; ++k) {
@@ -118,6 +143,16 @@ class ProgramTest : public ::testing::Test {
     const int k = p.find_variable(name);
     return k < 0 ? "absent" : std::string(p.val[static_cast<size_t>(k)].string_view());
   }
+  // The stored texts of `names` in `p`, to be compared at once.
+  static std::vector<std::string> stored(const ProgramInstance& p, std::initializer_list<const char*> names) {
+    std::vector<std::string> values;
+    for (const char* name : names) values.push_back(stored(p, name));
+    return values;
+  }
+  // The number of variable `name` of `p`.
+  static double number(const ProgramInstance& p, std::string_view name) { return string_is_real(stored(p, name)); }
+  // The 30-decimal text of a number, as the exact form stores it.
+  static std::string exact(double x) { return std::string(rt::string_format(x, -1, 30).string_view()); }
 
   std::filesystem::path dir_;
   int32_t object_ = -1;

@@ -20,6 +20,7 @@
 #include "runtime/Room/Room.h"
 #include "runtime/Run/Frame.h"
 #include "support/SaveArea.h"
+#include "support/test_pictures.h"
 
 namespace {
 
@@ -48,16 +49,8 @@ class CodeBoxColours : public ::testing::Test {
     return shown;
   }
   // How many pixels of the box's row `row` (from 0) are `colour` (blue-green-red), near enough.
-  int pixels_of(const Image& image, int row, uint32_t colour) {
-    const int r = colour & 0xFF, g = (colour >> 8) & 0xFF, b = (colour >> 16) & 0xFF;
-    int n = 0;
-    for (int y = 20 + row * 15; y < 20 + row * 15 + 15; ++y) {
-      for (int x = 20; x < 1020; ++x) {
-        const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
-        n += std::abs(p[0] - r) < 40 && std::abs(p[1] - g) < 40 && std::abs(p[2] - b) < 40;
-      }
-    }
-    return n;
+  static int pixels_of(const Image& image, int row, uint32_t colour) {
+    return count_colour(image, 20, 20 + row * 15, 1019, 20 + row * 15 + 14, from_bgr(colour), 39);
   }
 
   CodeBoxColouring colours_;

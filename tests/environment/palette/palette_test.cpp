@@ -20,6 +20,7 @@
 #include "runtime/Run/Frame.h"
 #include "runtime/IO/FileNames.h"
 #include "support/Golden.h"
+#include "support/NumberedLines.h"
 
 namespace {
 
@@ -304,10 +305,6 @@ TEST_F(Palette, FunzioniAtItsThirdLevelAndColoriAreDrawnFinished) {
     image_save_png((previous_ / name).string(), image);
     return image;
   };
-  const auto near = [](const Image& image, int x, int y, int r, int g, int b) {
-    const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
-    return std::abs(p[0] - r) < 40 && std::abs(p[1] - g) < 40 && std::abs(p[2] - b) < 40;
-  };
   editor().box().set_text_from_outside("INIZIA\nCICLO CONTINUO\n");
   open(FUNZIONI);
   tap(330 + 40, 81 + 40);    // the drawing group
@@ -315,8 +312,8 @@ TEST_F(Palette, FunzioniAtItsThirdLevelAndColoriAreDrawnFinished) {
   input_mouse_move(840, 170);  // over "disegna triangolo"
   Image funzioni = shown("palette_funzioni.png");
   const auto orange = [&funzioni](int x, int y) {
-    const uint8_t* p = &funzioni.rgba[static_cast<size_t>((y * funzioni.width + x) * 4)];
-    return p[0] > p[1] + 50 && p[1] > p[2] + 20;
+    const Rgb p = pixel(funzioni, x, y);
+    return p.r > p.g + 50 && p.g > p.b + 20;
   };
   EXPECT_TRUE(orange(900, 78)) << "the first function's pill, in the drawing group's orange";
   EXPECT_FALSE(orange(1000, 88)) << "no wider than its label";
@@ -329,14 +326,13 @@ TEST_F(Palette, FunzioniAtItsThirdLevelAndColoriAreDrawnFinished) {
   open(COLORI);
   input_mouse_move(245 + 45, 103 + 45);  // over "rosso"
   Image colori = shown("palette_colori.png");
-  EXPECT_TRUE(near(colori, 245 + 45, 103 + 60, 255, 0, 0)) << "the red swatch";
-  EXPECT_TRUE(near(colori, 245 + 545, 503 + 60, 0, 0, 0)) << "the black swatch";
-  EXPECT_TRUE(near(colori, 1140, 395, 255, 255, 255)) << "the box with the swatch's red, green and blue";
+  EXPECT_TRUE(same_colour(pixel(colori, 245 + 45, 103 + 60), RED, 39)) << "the red swatch";
+  EXPECT_TRUE(same_colour(pixel(colori, 245 + 545, 503 + 60), BLACK, 39)) << "the black swatch";
+  EXPECT_TRUE(same_colour(pixel(colori, 1140, 395), WHITE, 39)) << "the box with the swatch's red, green and blue";
 }
 
 TEST_F(Palette, ASnippetThatOverfillsThePageGoesOnToTheNextOneWhole) {
-  std::string page;
-  for (int k = 1; k <= 38; ++k) page += "riga " + std::to_string(k) + "\n";
+  const std::string page = numbered_lines(1, 38) + "\n";
   ObjInputText& box = editor().box();
   box.set_text_from_outside(page);
   steps(1);

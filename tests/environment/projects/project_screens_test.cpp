@@ -14,6 +14,7 @@
 #include "environment/text_control/input_text.h"
 #include "runtime/IO/IniFile.h"
 #include "runtime/Platform/Desktop.h"
+#include "support/NumberedLines.h"
 
 namespace {
 
@@ -108,19 +109,14 @@ TEST_F(ProjectScreens, TheChooserSavesAndOpensWithoutTouchingTheIndex) {
 }
 
 TEST_F(ProjectScreens, ALongProjectComesBackInSlidesOf39Lines) {
-  std::string text;
-  for (int k = 1; k <= 79; ++k) text += "riga " + std::to_string(k) + "\n";
-  folder_.write("Progetti salvati/lungo.txt", text);
-  ini_open("Progetti salvati/Progetti salvati.ini");
-  ini_write_string("1", "titolo", "lungo");
-  ini_write_real("1", "data", 45000);
-  ini_close();
+  index_of(1);
+  folder_.write("Progetti salvati/p1.txt", numbered_lines(1, 79) + "\n");
   LoadCtrl& screen = open_screen();
   click(static_cast<int>(screen.card_left(0)) + 100, static_cast<int>(screen.card_top(0)) + 20);
   frames(3);
   EXPECT_EQ(current_room_index(), ROOM_EDITOR);
   EXPECT_EQ(editor().n_slide, 3);
-  EXPECT_EQ(environment_globals().nome_progetto, "lungo");
+  EXPECT_EQ(environment_globals().nome_progetto, "p1");
   EXPECT_FALSE(editor().unsaved());
 }
 

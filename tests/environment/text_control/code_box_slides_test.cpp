@@ -1,18 +1,12 @@
 #include "environment/text_control/code_box_slides.h"
 
+#include "support/NumberedLines.h"
 #include "text_box_fixture.h"
 
 namespace {
 
 CodeBoxSlides* g_slides = nullptr;
 bool enter_hook(ObjInputText& box) { return code_box_enter(box, *g_slides); }
-
-// "riga 1\n...riga n" without a line feed at the end.
-std::string numbered_lines(int from, int to) {
-  std::string text;
-  for (int k = from; k <= to; ++k) text += (k > from ? "\n" : "") + ("riga " + std::to_string(k));
-  return text;
-}
 
 class CodeBox : public TextBoxTest {
  protected:

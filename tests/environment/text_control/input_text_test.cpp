@@ -51,7 +51,6 @@ TEST_F(TextBoxTest, UndoTakesBackARunOfOneKindOfAction) {
 
   // A caret move between two runs of typing makes two undo steps.
   ObjInputText& other = singleline();
-  enable(other);
   type(other, "ab");
   press(other, KEY_LEFT);
   type(other, "X");
@@ -87,7 +86,6 @@ TEST_F(TextBoxTest, SelectionsAreReplacedByEditsButNotByCaretMoves) {
   press(box, KEY_V, true);
   EXPECT_EQ(box.text_utf8(), "uno\ndue") << "carriage returns are dropped";
   ObjInputText& line = singleline();
-  enable(line);
   press(line, KEY_V, true);
   EXPECT_EQ(line.text_utf8(), "unodue") << "a one-line box drops line feeds";
 }

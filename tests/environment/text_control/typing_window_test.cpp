@@ -21,29 +21,9 @@
 #include "runtime/Platform/Window.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Run/Frame.h"
+#include "support/test_pictures.h"
 
 namespace {
-
-struct Rgb {
-  int r, g, b;
-};
-
-Rgb pixel(const Image& image, int x, int y) {
-  const uint8_t* p = &image.rgba[static_cast<size_t>((y * image.width + x) * 4)];
-  return {p[0], p[1], p[2]};
-}
-
-// How many pixels of the rectangle are within `tolerance` of `c`.
-int count(const Image& image, int left, int top, int right, int bottom, Rgb c, int tolerance = 40) {
-  int n = 0;
-  for (int y = top; y <= bottom; ++y) {
-    for (int x = left; x <= right; ++x) {
-      const Rgb p = pixel(image, x, y);
-      n += std::abs(p.r - c.r) <= tolerance && std::abs(p.g - c.g) <= tolerance && std::abs(p.b - c.b) <= tolerance;
-    }
-  }
-  return n;
-}
 
 TEST(TypingInAWindow, RealKeysReachTheBoxWhichShowsTextCaretAndSelection) {
   if (!std::getenv("DISPLAY") || std::system("command -v xdotool > /dev/null") != 0) {
@@ -86,10 +66,12 @@ TEST(TypingInAWindow, RealKeysReachTheBoxWhichShowsTextCaretAndSelection) {
   image_save_png("typing_window.png", shown);
   const int line = static_cast<int>(box.line_separation);
   // The first line: dark text on white. The second: white text on the dark selection.
-  EXPECT_GT(count(shown, 20, 20, 200, 20 + line - 1, {0, 0, 0}), 30);
-  EXPECT_GT(count(shown, 20, 20 + line, 80, 20 + 2 * line - 1, {102, 102, 102}, 20), 200) << "the selection's back";
-  EXPECT_GT(count(shown, 20, 20 + line, 80, 20 + 2 * line - 1, {255, 255, 255}, 40), 30) << "its white letters";
-  EXPECT_EQ(count(shown, 300, 20 + line, 580, 20 + 2 * line - 1, {102, 102, 102}, 20), 0) << "nothing selected past it";
+  EXPECT_GT(count_colour(shown, 20, 20, 200, 20 + line - 1, BLACK, 40), 30);
+  EXPECT_GT(count_colour(shown, 20, 20 + line, 80, 20 + 2 * line - 1, {102, 102, 102}, 20), 200)
+      << "the selection's back";
+  EXPECT_GT(count_colour(shown, 20, 20 + line, 80, 20 + 2 * line - 1, WHITE, 40), 30) << "its white letters";
+  EXPECT_EQ(count_colour(shown, 300, 20 + line, 580, 20 + 2 * line - 1, {102, 102, 102}, 20), 0)
+      << "nothing selected past it";
 
   // End drops the selection: the caret shows behind the last letter.
   typing = std::async(std::launch::async, [] { return std::system("xdotool key End"); });
@@ -102,10 +84,10 @@ TEST(TypingInAWindow, RealKeysReachTheBoxWhichShowsTextCaretAndSelection) {
   ASSERT_TRUE(screen_read(shown));
   image_save_png("typing_window_caret.png", shown);
   const int caret_x = 20 + static_cast<int>(box.cursor_offset_x);
-  EXPECT_GE(count(shown, caret_x, 20 + line, caret_x + 1, 20 + 2 * line - 1, {0, 0, 0}),
+  EXPECT_GE(count_colour(shown, caret_x, 20 + line, caret_x + 1, 20 + 2 * line - 1, BLACK, 40),
             static_cast<int>(box.char_height) - 2)
       << "the caret";
-  EXPECT_GT(count(shown, 20, 20 + line, 80, 20 + 2 * line - 1, {255, 255, 255}, 10), 61 * line / 2)
+  EXPECT_GT(count_colour(shown, 20, 20 + line, 80, 20 + 2 * line - 1, WHITE, 10), 61 * line / 2)
       << "the second line is back to dark letters on white";
 
   close_text_box_room();

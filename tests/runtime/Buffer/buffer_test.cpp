@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <functional>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -14,6 +14,8 @@
 #include "runtime/Buffer/IBuffer.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
+#include "support/CallBuiltin.h"
+#include "support/DebugLines.h"
 #include "support/Fatal.h"
 
 namespace {
@@ -350,33 +352,24 @@ TEST(BufferTable, BorrowedBufferKeepsItsBytesUntilTheLastUserLeaves) {
 
   // The slot stays taken while borrowed. Only removing a user that is not
   // there writes a debug line.
-  std::FILE* log = std::tmpfile();
-  set_debug_output_file(log);
-  buffer_remove_user(id);
-  ScopedBuffer other(1, buffer_fixed);
-  EXPECT_NE(other.id, id);
-  buffer_remove_user(id);
-  ScopedBuffer reused(1, buffer_fixed);
-  EXPECT_EQ(reused.id, id);
-  buffer_remove_user(reused);
-  set_debug_output_file(nullptr);
-  std::rewind(log);
-  char logged[128];
-  const size_t length = std::fread(logged, 1, sizeof logged, log);
-  EXPECT_EQ(std::string(logged, length), "Decrementing buffer ref count to less than zero\n");
-  std::fclose(log);
-  EXPECT_EQ(buffer_lookup(reused)->users(), 0);
+  std::optional<ScopedBuffer> other, reused;
+  EXPECT_EQ(debug_lines([&] {
+              buffer_remove_user(id);
+              other.emplace(1, buffer_fixed);
+              EXPECT_NE(other->id, id);
+              buffer_remove_user(id);
+              reused.emplace(1, buffer_fixed);
+              EXPECT_EQ(reused->id, id);
+              buffer_remove_user(*reused);
+            }),
+            "Decrementing buffer ref count to less than zero\n");
+  EXPECT_EQ(buffer_lookup(*reused)->users(), 0);
 }
 
 TEST(BufferBuiltins, AreCalledByNameWithTheirArgumentsInOrderAndTheirResultKinds) {
   register_runtime_builtins();
-  const auto call = [](const char* name, std::vector<RValue> args) {
-    RValue result;
-    EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-    return result;
-  };
   const auto n = [](double d) { return RValue::number(d); };
-  const RValue id = call("buffer_create", {n(8), n(buffer_grow), n(1)});
+  const RValue id = call_builtin("buffer_create", {n(8), n(buffer_grow), n(1)});
   ASSERT_EQ(id.kind(), Kind::Number);
   ScopedBuffer target(8, buffer_fixed);
   // In turn; a call without a result has no kind here. Fill's offset and size
@@ -393,19 +386,19 @@ TEST(BufferBuiltins, AreCalledByNameWithTheirArgumentsInOrderAndTheirResultKinds
       {"buffer_exists", {id}, Kind::Bool, "1"},
   };
   for (const Call& c : calls) {
-    const RValue result = call(c.name, c.args);
+    const RValue result = call_builtin(c.name, c.args);
     if (!c.text) continue;
     EXPECT_EQ(result.kind(), c.kind) << c.name;
     EXPECT_EQ(value_to_text(result), c.text) << c.name;
   }
-  const RValue address = call("buffer_get_address", {id});
+  const RValue address = call_builtin("buffer_get_address", {id});
   EXPECT_EQ(address.kind(), Kind::Ptr);
   EXPECT_EQ(first_bytes(static_cast<int32_t>(id.real), 6), (Bytes{0xFB, 0xFF, 6, 6, 6, 0}));
   EXPECT_EQ(address.ptr, bytes_of(static_cast<int32_t>(id.real)));
   EXPECT_EQ(first_bytes(target, 5), (Bytes{0, 0xFB, 0xFF, 6, 6}));
-  call("buffer_delete", {id});
-  EXPECT_EQ(call("buffer_exists", {id}).real, 0.0);
+  call_builtin("buffer_delete", {id});
+  EXPECT_EQ(call_builtin("buffer_exists", {id}).real, 0.0);
 
-  EXPECT_FATAL(call("buffer_create", {RValue::text("otto"), n(0), n(1)}),
+  EXPECT_FATAL(call_builtin("buffer_create", {RValue::text("otto"), n(0), n(1)}),
                "buffer_create argument 1 incorrect type (string) expecting a Number (QvGI32)");
 }

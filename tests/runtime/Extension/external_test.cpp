@@ -22,10 +22,6 @@ const std::string LIBRARY = VELANT_TESTLIB_PATH;
 RValue text(const char* t) { return RValue::text(t); }
 RValue num(double d) { return RValue::number(d); }
 
-// A value as its kind and text form.
-std::string shown(const RValue& v) { return kind_name(v.kind()) + (":" + value_to_text(v)); }
-
-// Calls a built-in by name and hands back its result.
 // The external_define arguments for velant_test_<function> of the tests' library, default
 // call kind; `announced` stands for the count of argument types where it differs.
 std::vector<RValue> definition(const char* function, int result_type, std::vector<int> types, int announced = -1) {

@@ -16,7 +16,6 @@ namespace {
 const double CLOSE = WINDOW_COMMAND_CLOSE;
 const double MINIMIZE = 61472;  // a system command that nothing here sends
 
-// Calls a built-in by name and hands back its result.
 // The truth a built-in gave; fails the test for anything but a bool.
 bool truth(const RValue& v) {
   EXPECT_TRUE(v.is(Kind::Bool)) << "kind " << kind_name(v.kind());
@@ -29,8 +28,9 @@ class WindowHook : public ::testing::Test {
     register_runtime_builtins();
     window_ = &platform::make_window(true);
   }
-  // The hook state outlives the window: leave nothing held for the next test.
-  void TearDown() override {
+  void TearDown() override { forget_hooks(); }
+  // The hook state outlives the window: leave nothing held for what comes next.
+  static void forget_hooks() {
     window_command_unhook(WINDOW_COMMAND_CLOSE);
     window_command_unhook(static_cast<int32_t>(MINIMIZE));
     window_command_set_active(WINDOW_COMMAND_CLOSE, true);
@@ -70,42 +70,38 @@ class WindowHook : public ::testing::Test {
   platform::Window* window_ = nullptr;
 };
 
-TEST_F(WindowHook, HookedCloseClickIsReportedOnceAndDoesNotQuit) {
-  // Two clicks before a check count once; hooking again keeps the one hook.
-  play("check=0 hook=1 held=1 click quit=0 check=1 check=0 click click check=1 check=0 "
-       "hook=1 click check=1 check=0 quit=0");
-}
-
-TEST_F(WindowHook, UnhookedCloseClickQuitsAndAnUncheckedClickIsForgotten) {
-  play("hook click unhook=1 unhook=0 held=0 check=0 quit=0 click quit=1 check=0");
-}
-
-TEST_F(WindowHook, CapturedCloseIsReportedOnceUntilReleased) {
-  // The capture doesn't report to an unhooked command; a release forgets a click not yet asked for.
-  play("capture=1 click quit=0 event=1 event=0 click click event=1 event=0 check=0 "
-       "click release=1 event=0 quit=0 click quit=1");
-}
-
-TEST_F(WindowHook, HookAndCaptureEachReportTheSameClickOnce) {
-  // Whichever is asked first, both have the click; the capture alone still holds the close.
-  play("hook capture click check=1 event=1 check=0 event=0 click event=1 check=1 "
-       "unhook click quit=0 check=0 event=1 release click quit=1");
-}
-
-TEST_F(WindowHook, ClickGoesOnlyToWhatHeldTheCloseWhenItCame) { play("hook click capture event=0 check=1"); }
-
-TEST_F(WindowHook, OtherCommandsAreHookedAndCheckedButNothingSendsThem) {
-  play("hook:min=1 held=0 click quit=1 check:min=0 run:min=0 unhook:min=1");
-}
-
-TEST_F(WindowHook, RunningTheCloseCommandClosesPastTheHookWhichHoldsLaterClicks) {
-  play("hook run=1 quit=1 check=0 held=1");
-}
-
-TEST_F(WindowHook, DisabledCloseCommandDropsClicksHeldOrNot) {
-  // Each command has its own state.
-  play("active=1 active:min=1 hook capture disable active=0 active:min=1 click quit=0 check=0 event=0 "
-       "unhook release click quit=0 enable click quit=1");
+TEST_F(WindowHook, ScriptsOfClicksHooksAndCapturesGetTheirAnswers) {
+  const struct { const char* what; const char* script; } scripts[] = {
+      // Two clicks before a check count once; hooking again keeps the one hook.
+      {"a hooked close click is reported once and does not quit",
+       "check=0 hook=1 held=1 click quit=0 check=1 check=0 click click check=1 check=0 "
+       "hook=1 click check=1 check=0 quit=0"},
+      {"an unhooked close click quits and an unchecked click is forgotten",
+       "hook click unhook=1 unhook=0 held=0 check=0 quit=0 click quit=1 check=0"},
+      // The capture doesn't report to an unhooked command; a release forgets a click not yet asked for.
+      {"a captured close is reported once until released",
+       "capture=1 click quit=0 event=1 event=0 click click event=1 event=0 check=0 "
+       "click release=1 event=0 quit=0 click quit=1"},
+      // Whichever is asked first, both have the click; the capture alone still holds the close.
+      {"hook and capture each report the same click once",
+       "hook capture click check=1 event=1 check=0 event=0 click event=1 check=1 "
+       "unhook click quit=0 check=0 event=1 release click quit=1"},
+      {"a click goes only to what held the close when it came", "hook click capture event=0 check=1"},
+      {"other commands are hooked and checked but nothing sends them",
+       "hook:min=1 held=0 click quit=1 check:min=0 run:min=0 unhook:min=1"},
+      {"running the close command closes past the hook, which holds later clicks", "hook run=1 quit=1 check=0 held=1"},
+      // Each command has its own state.
+      {"a disabled close command drops clicks, held or not",
+       "active=1 active:min=1 hook capture disable active=0 active:min=1 click quit=0 check=0 event=0 "
+       "unhook release click quit=0 enable click quit=1"},
+  };
+  for (const auto& [what, script] : scripts) {
+    SCOPED_TRACE(what);
+    // Each script starts from a new window and nothing hooked.
+    forget_hooks();
+    window_ = &platform::make_window(true);
+    play(script);
+  }
 }
 
 TEST_F(WindowHook, CloseMessageAndWindowStatesReadBackWhatWasSet) {

@@ -41,12 +41,12 @@ TEST_F(FontTest, FontAddByNameGivesAFontRef) {
     EXPECT_FATAL(call_builtin("font_delete", {gone}), "Trying to delete non-existing font.");
   }
 
-  DebugCapture debug;
-  const RValue missing = font_add_by_name("Nessuno.ttf");
+  RValue missing;
+  EXPECT_EQ(debug_lines([&] { missing = font_add_by_name("Nessuno.ttf"); }),
+            "FreeType :: unable to find font file Nessuno.ttf\n");
   ASSERT_TRUE(missing.is(Kind::Ref));
   EXPECT_EQ(missing.ref_type(), REF_FONT);
   EXPECT_EQ(missing.ref_index(), -1);
-  EXPECT_EQ(debug.text(), "FreeType :: unable to find font file Nessuno.ttf\n");
 }
 
 TEST_F(FontTest, DrawSettersByNameChangeTheTextStateAndUnknownFontsFallBack) {

@@ -1,16 +1,13 @@
 // Shared by the font tests: a clean text state before each test, the glyph
-// of a character in a font, and a capture of the debug stream.
+// of a character in a font, and the debug stream's lines.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <string>
-
 #include "runtime/Code/Builtins.h"
-#include "runtime/Code/Error.h"
 #include "runtime/Font/Font.h"
 #include "runtime/Font/TextState.h"
+#include "support/DebugLines.h"
 
 // Ids of the package's fonts by their asset index.
 inline constexpr int32_t EDITOR_FONT = 0, EDITOR_BOLD_FONT = 1, DYSLEXIA_FONT = 5, DYSLEXIA_BOLD_FONT = 6;
@@ -34,25 +31,4 @@ class FontTest : public ::testing::Test {
     return glyph ? glyph->shift : 0;
   }
   static int32_t line_height_of(int32_t font) { return font_or_default(font).line_height; }
-};
-
-// What the debug stream receives while the capture lives.
-class DebugCapture {
- public:
-  DebugCapture() { set_debug_output_file(file_); }
-  ~DebugCapture() {
-    set_debug_output_file(nullptr);
-    std::fclose(file_);
-  }
-  DebugCapture(const DebugCapture&) = delete;
-  DebugCapture& operator=(const DebugCapture&) = delete;
-  std::string text() const {
-    std::rewind(file_);
-    std::string all;
-    for (int c; (c = std::fgetc(file_)) != EOF;) all.push_back(static_cast<char>(c));
-    return all;
-  }
-
- private:
-  std::FILE* file_ = std::tmpfile();
 };

@@ -64,10 +64,10 @@ TEST_F(FontTest, EveryNameProgramsUseFindsAFaceAndFacesMeasureDifferently) {
   for (const char* name : {"Comic_Sans.ttf", "Verdana.ttf", "Times_new_Roman.ttf", "Tahoma.ttf", "Brush_Script.ttf",
                            "Old_English_Text.ttf", "Chiller.ttf", "Stencil.ttf", "Gigi.ttf", "Bauhaus_93.ttf",
                            "Arial.ttf", "global.font.ttf"}) {
-    DebugCapture debug;
-    const int32_t font = add(name);
-    EXPECT_GE(font, 0) << name << ": " << debug.text();
-    EXPECT_EQ(debug.text(), "") << name;
+    int32_t font = -1;
+    const std::string debug = debug_lines([&] { font = add(name); });
+    EXPECT_GE(font, 0) << name << ": " << debug;
+    EXPECT_EQ(debug, "") << name;
     EXPECT_GT(width_in(font, "Perché è così"), 0) << name;
     font_delete(font);
   }
@@ -115,11 +115,13 @@ TEST_F(FontTest, FontAddFailuresWriteFreeTypesWordsAndGiveMinusOne) {
   const std::string broken = folder.write("rotto.ttf", "questo non è un font").string();
   const std::string bitmap = folder.write("bitmap.bdf", bitmap_font("ISO10646")).string();
   const std::string symbols = folder.write("simboli.bdf", bitmap_font("FontSpecific")).string();
-  DebugCapture debug;
-  for (const auto& [name, size] : {std::pair<std::string, double>{"", 20}, {broken, 20}, {bitmap, 20}, {symbols, 10}}) {
-    EXPECT_EQ(add(name, size), -1) << name;
-  }
-  EXPECT_EQ(debug.text(), "FreeType :: unable to find font file \n"
+  const std::string debug = debug_lines([&] {
+    for (const auto& [name, size] :
+         {std::pair<std::string, double>{"", 20}, {broken, 20}, {bitmap, 20}, {symbols, 10}}) {
+      EXPECT_EQ(add(name, size), -1) << name;
+    }
+  });
+  EXPECT_EQ(debug, "FreeType :: unable to find font file \n"
                           "FreeType :: error = 00000002(2) :: Unable to open font file " + broken + "\n"
                           "FreeType :: error = 00000017(23) :: Unable to set font pixel size\n"
                           "FreeType :: error = 00000026(38) :: Unable to select unicode font character map\n");

@@ -52,14 +52,13 @@ TEST_F(FontTest, LinesEndAtLineEndsAndWrapAtTheLastSpaceThatFits) {
 
 TEST_F(FontTest, NothingFittingWritesTheDebugLineAndStops) {
   draw_set_font(EDITOR_FONT);
-  DebugCapture debug;
-  EXPECT_EQ(string_height_ext("abc", -1, 0), 0);
-  {
+  const std::string debug = debug_lines([&] {
+    EXPECT_EQ(string_height_ext("abc", -1, 0), 0);
     CallTraceScope frame("disegna_testo");
     CallTraceScope inner("a_capo");
     EXPECT_EQ(lines_of(EDITOR_FONT, "uno\nxy", 0), (Lines{}));
-  }
-  EXPECT_EQ(debug.text(),
+  });
+  EXPECT_EQ(debug,
             "string \"abc\" with width 0 - unable to fit\ncallstack - \n"
             "string \"uno\nxy\" with width 0 - unable to fit\ncallstack - a_capo, disegna_testo\n");
 }

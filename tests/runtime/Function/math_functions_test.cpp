@@ -14,6 +14,7 @@
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/MathFunctions.h"
 #include "runtime/Function/Random.h"
+#include "support/CallBuiltin.h"
 #include "support/Fatal.h"
 
 namespace {
@@ -22,30 +23,8 @@ constexpr double INF = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double PI = std::numbers::pi;
 
-// An argument of a call by name: a number, a text, or any other value.
-struct Arg {
-  Arg(int n) : value(RValue::number(n)) {}
-  Arg(double n) : value(RValue::number(n)) {}
-  Arg(const char* t) : value(RValue::text(t)) {}
-  Arg(RValue v) : value(std::move(v)) {}
-  RValue value;
-};
-
-// Calls a built-in by name, as compiled code does; the number of arguments
-// must be the one it is registered with, unless it takes any number.
-RValue call(const char* name, const std::vector<Arg>& arguments = {}) {
-  register_runtime_builtins();
-  std::vector<RValue> args;
-  for (const Arg& a : arguments) args.push_back(a.value);
-  const BuiltinRow* row = builtin_row(builtin_find(name));
-  EXPECT_TRUE(row && (row->argc == -1 || row->argc == static_cast<int>(args.size()))) << name;
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
-
 double call_real(const char* name, const std::vector<Arg>& arguments = {}) {
-  const RValue r = call(name, arguments);
+  const RValue r = call_by_name(name, arguments);
   EXPECT_EQ(r.kind(), Kind::Number) << name;
   return r.real;
 }
@@ -116,7 +95,7 @@ TEST(MathByName, WrongArgumentsAreFatalWithTheirWords) {
        "angle_difference argument 2 incorrect type (undefined) expecting a Number (QvGF)"},
       {"random_set_seed", {undefined}, "random_set_seed argument 1 incorrect type (undefined) expecting a Number (QvGU32)"},
   };
-  for (const Case& c : cases) EXPECT_FATAL(call(c.name, c.args), c.words);
+  for (const Case& c : cases) EXPECT_FATAL(call_by_name(c.name, c.args), c.words);
 
   // While errors are suppressed the caller goes on with 0.
   SuppressErrors quiet;
@@ -126,7 +105,7 @@ TEST(MathByName, WrongArgumentsAreFatalWithTheirWords) {
 
 TEST(MathByName, MinAndMaxReturnTheArgumentItselfAndTheFirstOfEquals) {
   const auto expect = [](const char* name, std::vector<Arg> args, Kind kind, const char* text) {
-    const RValue r = call(name, args);
+    const RValue r = call_by_name(name, args);
     EXPECT_EQ(r.kind(), kind) << name;
     EXPECT_EQ(value_to_text(r), text) << name;
   };
@@ -154,7 +133,7 @@ TEST(MathTimer, GetTimerCountsMicrosecondsOfTheSteadyClock) {
 }
 
 TEST(Random, SameSeedGivesTheSameSequenceAndRandomizeAnotherOne) {
-  call("random_set_seed", {42});
+  call_by_name("random_set_seed", {42});
   EXPECT_EQ(call_real("random_get_seed"), 42);
   const std::vector<double> first = draws(20);
   rt::random_set_seed(42);
@@ -162,10 +141,10 @@ TEST(Random, SameSeedGivesTheSameSequenceAndRandomizeAnotherOne) {
   rt::random_set_seed(43);
   EXPECT_NE(draws(20), first);
   // A negative seed wraps to 32 bits.
-  call("random_set_seed", {-1});
+  call_by_name("random_set_seed", {-1});
   EXPECT_EQ(rt::random_get_seed(), 0xFFFFFFFFu);
   // The built-ins by name draw from the same generator.
-  call("random_set_seed", {99});
+  call_by_name("random_set_seed", {99});
   const double by_name = call_real("irandom_range", {1, 1000000});
   rt::random_set_seed(99);
   EXPECT_EQ(rt::irandom_range(1, 1000000), by_name);
@@ -226,11 +205,11 @@ TEST(Random, ChooseReturnsOneArgumentWithItsKind) {
   const std::vector<Arg> options = {"ciao", RValue::int32(7), RValue::boolean(false)};
   std::map<Kind, std::string> seen;
   for (int i = 0; i < 300; ++i) {
-    const RValue picked = call("choose", options);
+    const RValue picked = call_by_name("choose", options);
     seen[picked.kind()] = value_to_text(picked);
   }
   EXPECT_EQ(seen, (std::map<Kind, std::string>{{Kind::String, "ciao"}, {Kind::Int32, "7"}, {Kind::Bool, "0"}}));
-  const RValue none = call("choose");
+  const RValue none = call_by_name("choose");
   EXPECT_EQ(none.kind(), Kind::Number);
   EXPECT_EQ(none.real, 0);
 }

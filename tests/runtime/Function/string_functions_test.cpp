@@ -11,33 +11,12 @@
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Function/Utf8.h"
+#include "support/CallBuiltin.h"
 #include "support/Fatal.h"
 
 using namespace rt;
 
 namespace {
-
-// An argument of a call by name: a text, a number, or any other value.
-struct Arg {
-  Arg(const char* t) : value(RValue::text(t)) {}
-  Arg(const std::string& t) : value(RValue::text(t)) {}
-  Arg(int n) : value(RValue::number(n)) {}
-  Arg(double n) : value(RValue::number(n)) {}
-  Arg(RValue v) : value(std::move(v)) {}
-  RValue value;
-};
-
-// Calls a built-in by name with as many arguments as it is registered with.
-RValue call(const char* name, const std::vector<Arg>& arguments) {
-  register_runtime_builtins();
-  std::vector<RValue> args;
-  for (const Arg& a : arguments) args.push_back(a.value);
-  const BuiltinRow* row = builtin_row(builtin_find(name));
-  EXPECT_TRUE(row && row->argc == static_cast<int>(args.size())) << name;
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return result;
-}
 
 // The text of a string result; fails the test for any other kind.
 std::string text(const RValue& v) {
@@ -279,7 +258,7 @@ TEST(StringBuiltins, GiveTheirResultsByName) {
                                             "string_ord_at"};
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.name << " " << value_to_text(c.args[0].value).substr(0, 20));
-    const RValue result = call(c.name, c.args);
+    const RValue result = call_by_name(c.name, c.args);
     EXPECT_EQ(result.kind(), std::ranges::count(numeric, c.name) ? Kind::Number : Kind::String);
     EXPECT_EQ(value_to_text(result), c.result);
   }

@@ -103,15 +103,6 @@ TEST_F(GraphicsTest, FilledEllipsesCoverWhatTheirFanCovers) {
   set_circle_precision(24);
 }
 
-TEST_F(GraphicsTest, AlphaBlendsWithWhatIsThere) {
-  canvas();
-  draw_state().alpha = 0.5;
-  draw_rectangle(0, 0, 31, 31, false);
-  EXPECT_NEAR(pixel(10, 10).r, 128, 3);
-  draw_state().alpha = 1;
-  surface_reset_target();
-}
-
 TEST_F(GraphicsTest, OneAndZeroCopyColourAndAlphaAndBlendingComesBack) {
   canvas();
   draw_state().alpha = 0.5;

@@ -8,6 +8,7 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Platform/Window.h"
+#include "support/CallBuiltin.h"
 
 namespace {
 
@@ -138,12 +139,6 @@ TEST_F(InputTest, TypedTextAndBackspaceBuildKeyboardString) {
 
 TEST_F(InputTest, BuiltinsByNameGiveTheFramesAnswers) {
   register_runtime_builtins();
-  // An answer as "kind value", truth values being "bool 1" or "bool 0".
-  const auto call = [](const char* name, std::vector<RValue> args) {
-    RValue v;
-    EXPECT_TRUE(builtin_call(name, v, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-    return std::string(kind_name(v.kind())) + (v.is(Kind::Undefined) ? "" : " " + std::to_string(int(v.real)));
-  };
   const auto n = [](double d) { return RValue::number(d); };
   input_key_event(KEY_SPACE, true);
   input_mouse_button_event(MOUSE_LEFT, true);
@@ -151,18 +146,18 @@ TEST_F(InputTest, BuiltinsByNameGiveTheFramesAnswers) {
   input_wheel(-3);
   input_begin_frame();
   const struct { const char* name; std::vector<RValue> args; const char* answer; } rows[] = {
-      {"keyboard_check", {n(KEY_SPACE)}, "bool 1"},         {"keyboard_check", {n(KEY_NONE)}, "bool 0"},
-      {"keyboard_check_pressed", {n(KEY_ANY)}, "bool 1"},   {"keyboard_check_pressed", {n(300)}, "bool 0"},
-      {"keyboard_check_released", {n(KEY_NONE)}, "bool 1"}, {"mouse_check_button", {n(MOUSE_LEFT)}, "bool 1"},
-      {"mouse_check_button_pressed", {n(MOUSE_ANY)}, "bool 1"},
-      {"mouse_check_button_released", {n(MOUSE_NONE)}, "bool 1"},
-      {"mouse_wheel_up", {}, "bool 0"},                     {"mouse_wheel_down", {}, "bool 1"},
-      {"window_mouse_get_x", {}, "number 31"},              {"window_mouse_get_y", {}, "number 17"},
-      {"keyboard_virtual_status", {}, "undefined"},
-      {"keyboard_virtual_show", {n(0), n(0), n(0), RValue::boolean(false)}, "undefined"},
-      {"mouse_clear", {n(MOUSE_LEFT)}, "undefined"},        {"mouse_check_button", {n(MOUSE_LEFT)}, "bool 0"},
+      {"keyboard_check", {n(KEY_SPACE)}, "bool:1"},           {"keyboard_check", {n(KEY_NONE)}, "bool:0"},
+      {"keyboard_check_pressed", {n(KEY_ANY)}, "bool:1"},     {"keyboard_check_pressed", {n(300)}, "bool:0"},
+      {"keyboard_check_released", {n(KEY_NONE)}, "bool:1"},   {"mouse_check_button", {n(MOUSE_LEFT)}, "bool:1"},
+      {"mouse_check_button_pressed", {n(MOUSE_ANY)}, "bool:1"},
+      {"mouse_check_button_released", {n(MOUSE_NONE)}, "bool:1"},
+      {"mouse_wheel_up", {}, "bool:0"},                       {"mouse_wheel_down", {}, "bool:1"},
+      {"window_mouse_get_x", {}, "number:31"},                {"window_mouse_get_y", {}, "number:17"},
+      {"keyboard_virtual_status", {}, "undefined:undefined"},
+      {"keyboard_virtual_show", {n(0), n(0), n(0), RValue::boolean(false)}, "undefined:undefined"},
+      {"mouse_clear", {n(MOUSE_LEFT)}, "undefined:undefined"}, {"mouse_check_button", {n(MOUSE_LEFT)}, "bool:0"},
   };
-  for (const auto& row : rows) EXPECT_EQ(call(row.name, row.args), row.answer) << row.name;
+  for (const auto& row : rows) EXPECT_EQ(call_shown(row.name, row.args), row.answer) << row.name;
 }
 
 }  // namespace
@@ -173,23 +168,18 @@ namespace {
 TEST(WindowFunctions, SizePositionCaptionAndCursorByTheirBuiltins) {
   platform::make_window(true).create(640, 480, "Velant", {});
   register_runtime_builtins();
-  const auto call = [](const char* name, std::vector<RValue> args = {}) {
-    RValue result;
-    EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-    return result;
-  };
-  call("window_set_size", {RValue::number(800), RValue::number(600)});
-  call("window_set_position", {RValue::number(20), RValue::number(30)});
-  call("window_set_caption", {RValue::text("Il mio gioco")});
-  EXPECT_EQ(call("window_get_width").real, 800);
-  EXPECT_EQ(call("window_get_y").real, 30);
-  EXPECT_EQ(call("window_get_caption").string_view(), "Il mio gioco");
+  call_builtin("window_set_size", {RValue::number(800), RValue::number(600)});
+  call_builtin("window_set_position", {RValue::number(20), RValue::number(30)});
+  call_builtin("window_set_caption", {RValue::text("Il mio gioco")});
+  EXPECT_EQ(call_builtin("window_get_width").real, 800);
+  EXPECT_EQ(call_builtin("window_get_y").real, 30);
+  EXPECT_EQ(call_builtin("window_get_caption").string_view(), "Il mio gioco");
   for (const double cursor : {-1.0, 77.0}) {
-    call("window_set_cursor", {RValue::number(cursor)});
-    EXPECT_EQ(call("window_get_cursor").real, cursor);
+    call_builtin("window_set_cursor", {RValue::number(cursor)});
+    EXPECT_EQ(call_builtin("window_get_cursor").real, cursor);
     EXPECT_FALSE(platform::window().cursor_visible()) << "77 is remembered and changes nothing";
   }
-  call("window_set_cursor", {RValue::number(-4)});
+  call_builtin("window_set_cursor", {RValue::number(-4)});
   EXPECT_TRUE(platform::window().cursor_visible());
 }
 

@@ -12,13 +12,13 @@
 #include <utility>
 #include <vector>
 
-#include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/Object/Objects.h"
 #include "runtime/Room/Events.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Sprite/Sprite.h"
 #include "runtime/Support/AssetIndex.h"
+#include "support/CallBuiltin.h"
 #include "support/Fatal.h"
 
 namespace {
@@ -48,8 +48,6 @@ std::string box(CInstance* i) {
   return out.str();
 }
 
-// A value as its kind and text form: "bool:1", "number:-4", "ref:ref instance 100001".
-std::string shown(const RValue& v) { return kind_name(v.kind()) + (":" + value_to_text(v)); }
 // What shown() gives for a ref to instance `i`.
 std::string ref_to(const CInstance* i) { return "ref:ref instance " + std::to_string(i->id); }
 
@@ -111,12 +109,6 @@ class Collision : public ::testing::Test {
     i->image_angle = look.angle;
     i->set(instance_flag::BBOX_DIRTY, true);
     return i;
-  }
-  // Calls a built-in by name; its answer as shown().
-  static std::string call(const char* name, CInstance* self, std::vector<RValue> args) {
-    RValue result;
-    EXPECT_TRUE(builtin_call(name, result, self, nullptr, static_cast<int>(args.size()), args.data())) << name;
-    return shown(result);
   }
 };
 
@@ -259,7 +251,7 @@ TEST_F(Collision, MeetingAndNearestBuiltinsLookAtInstancesOfTheTarget) {
       {"instance_nearest", 0, 0, n(other), "number:-4"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(call(row.name, me, {n(row.x), n(row.y), row.target}), row.answer) << row.name << " " << row.x;
+    EXPECT_EQ(call_shown(row.name, {n(row.x), n(row.y), row.target}, me), row.answer) << row.name << " " << row.x;
   }
   EXPECT_EQ(me->x, 0) << "the instance only looked: its place and box are as before";
   EXPECT_EQ(box(me), "0 0 9 9");
@@ -268,10 +260,10 @@ TEST_F(Collision, MeetingAndNearestBuiltinsLookAtInstancesOfTheTarget) {
 
   // Without a self of the caller, the running event's instance looks.
   object_set_event(mover, ev::OTHER, 10, [&](CInstance&, CInstance*) {
-    EXPECT_EQ(call("place_meeting", nullptr, {n(30), n(0), walls}), "bool:1");
+    EXPECT_EQ(call_shown("place_meeting", {n(30), n(0), walls}), "bool:1");
   });
   PerformEvent(me, me, mover, ev::OTHER, 10);
-  EXPECT_EQ(call("place_meeting", nullptr, {n(30), n(0), walls}), "bool:0");
+  EXPECT_EQ(call_shown("place_meeting", {n(30), n(0), walls}), "bool:0");
 }
 
 TEST_F(Collision, SpriteTableAnswersByIndexAndByName) {
@@ -286,8 +278,8 @@ TEST_F(Collision, SpriteTableAnswersByIndexAndByName) {
       {"sprite_get_height", ref, "number:48"},   {"sprite_get_number", number, "number:4"},
       {"sprite_get_xoffset", ref, "number:16"},  {"sprite_get_yoffset", ref, "number:40"},
   };
-  for (const auto& row : rows) EXPECT_EQ(call(row.name, nullptr, {row.sprite}), row.answer) << row.name;
-  EXPECT_FATAL(call("sprite_get_width", nullptr, {RValue::number(spr + 1)}),
+  for (const auto& row : rows) EXPECT_EQ(call_shown(row.name, {row.sprite}), row.answer) << row.name;
+  EXPECT_FATAL(call_shown("sprite_get_width", {RValue::number(spr + 1)}),
                "sprite_get_width argument 1 invalid reference to (sprite)");
 
   // A cleared sprite's slot stays, empty, until its name comes back.

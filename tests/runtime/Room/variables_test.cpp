@@ -8,6 +8,7 @@
 #include <tuple>
 #include <vector>
 
+#include "room_values.h"
 #include "runtime/Code/Conversions.h"
 #include "runtime/IO/Input.h"
 #include "runtime/Object/Objects.h"
@@ -20,16 +21,6 @@
 namespace {
 
 using namespace instance_flag;
-
-RValue number(double d) { return RValue::number(d); }
-
-// An object as a value, as a struct or an instance is held in a variable.
-RValue object_value(QvObjectBase& object) {
-  RValue v = RValue::undefined();
-  v.obj = &object;
-  v.kind_word = static_cast<uint32_t>(Kind::Object);
-  return v;
-}
 
 // A value as "kind value", with digits enough to tell a float from a double
 // and -0 as 0: "number 0.100000001", "ref instance 100001", "string ciao".

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "room_values.h"
 #include "runtime/Code/Array.h"
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
@@ -14,22 +15,14 @@
 #include "runtime/Room/Events.h"
 #include "runtime/Room/Room.h"
 #include "runtime/Room/Variables.h"
+#include "support/CallBuiltin.h"
 #include "support/Fatal.h"
 
 namespace {
 
 using Instances = std::vector<CInstance*>;
 
-RValue number(double d) { return RValue::number(d); }
 RValue ref(const CInstance* i) { return RValue::ref(REF_INSTANCE, i->id); }
-
-// An object as a value, as a struct or an instance is held in a variable.
-RValue object_value(QvObjectBase& object) {
-  RValue v = RValue::undefined();
-  v.obj = &object;
-  v.kind_word = static_cast<uint32_t>(Kind::Object);
-  return v;
-}
 
 class With : public ::testing::Test {
  protected:
@@ -55,13 +48,6 @@ class With : public ::testing::Test {
     Instances seen;
     with_instances(target, [&seen](CInstance& self, CInstance*) { seen.push_back(&self); });
     return seen;
-  }
-  // Calls a built-in by name; its answer as its kind and text form: "number:1", "ref:ref instance 100002".
-  static std::string call(const char* name, std::vector<RValue> args, CInstance* self = nullptr,
-                          CInstance* other = nullptr) {
-    RValue v;
-    EXPECT_TRUE(builtin_call(name, v, self, other, static_cast<int>(args.size()), args.data())) << name;
-    return kind_name(v.kind()) + (":" + value_to_text(v));
   }
 };
 
@@ -148,23 +134,23 @@ TEST_F(With, CreatingByNameGivesInstanceRefs) {
     EXPECT_EQ(answer, "ref:ref instance " + std::to_string(i->id));
     return i;
   };
-  CInstance* i = made(call("instance_create_depth", {number(4), number(5), number(-10), number(object)}));
+  CInstance* i = made(call_shown("instance_create_depth", {number(4), number(5), number(-10), number(object)}));
   EXPECT_EQ(std::pair(i->x, i->depth), std::pair(4.0f, -10.0f));
   // A layer is a name or a number; the object may come as a ref.
   const RValue by_ref = RValue::ref(REF_OBJECT, object);
-  EXPECT_EQ(made(call("instance_create_layer", {number(1), number(2), number(3), by_ref}))->object_index, object);
+  EXPECT_EQ(made(call_shown("instance_create_layer", {number(1), number(2), number(3), by_ref}))->object_index, object);
   // A struct's variables arrive before Create.
   QvObjectBase fields(QvObjectBase::Struct, "Object");
   variable_set(fields, variable_id("x"), NO_ARRAY_INDEX, number(30));
   variable_set(fields, variable_id("nome"), NO_ARRAY_INDEX, RValue::text("primo"));
   const RValue layer = RValue::text("Instances");
   CInstance* filled =
-      made(call("instance_create_layer", {number(1), number(2), layer, number(object), object_value(fields)}));
+      made(call_shown("instance_create_layer", {number(1), number(2), layer, number(object), object_value(fields)}));
   EXPECT_EQ(std::pair(filled->x, filled->depth), std::pair(30.0f, 0.0f));
-  EXPECT_EQ(call("variable_instance_get", {ref(filled), RValue::text("nome")}), "string:primo");
-  EXPECT_FATAL(call("instance_create_layer", {number(1), number(2), number(0), number(object), number(7)}),
+  EXPECT_EQ(call_shown("variable_instance_get", {ref(filled), RValue::text("nome")}), "string:primo");
+  EXPECT_FATAL(call_shown("instance_create_layer", {number(1), number(2), number(0), number(object), number(7)}),
                "argument 5 needs to be a struct");
-  EXPECT_FATAL(call("instance_create_depth", {number(0), number(0), number(0), number(99)}),
+  EXPECT_FATAL(call_shown("instance_create_depth", {number(0), number(0), number(0), number(99)}),
                "Creating instance for non-existing object: 99");
 }
 
@@ -173,7 +159,7 @@ TEST_F(With, ExistenceCountAndDestroyingByName) {
   int destroy_events = 0;
   bool ran_to_end = false;
   object_set_event(object, ev::STEP, 0, [&](CInstance& self, CInstance* other) {
-    call("instance_destroy", {}, &self, other);
+    call_builtin("instance_destroy", {}, &self, other);
     ran_to_end = true;
   });
   object_set_event(object, ev::DESTROY, 0, [&](CInstance&, CInstance*) { ++destroy_events; });
@@ -187,27 +173,27 @@ TEST_F(With, ExistenceCountAndDestroyingByName) {
       {RValue::undefined(), "number:0"}, {array_create(1), "number:0"},
   };
   for (const auto& [target, answer] : rows) {
-    EXPECT_EQ(call("instance_exists", {target}), answer) << kind_name(target.kind());
+    EXPECT_EQ(call_shown("instance_exists", {target}), answer) << kind_name(target.kind());
   }
-  EXPECT_EQ(call("instance_exists", {number(KEYWORD_SELF)}, a), "number:1");
-  EXPECT_EQ(call("instance_number", {number(object)}), "number:2");
+  EXPECT_EQ(call_shown("instance_exists", {number(KEYWORD_SELF)}, a), "number:1");
+  EXPECT_EQ(call_shown("instance_number", {number(object)}), "number:2");
 
   // Destroying itself, an instance lets its event run to the end.
   PerformEvent(a, a, object, ev::STEP, 0);
   EXPECT_TRUE(ran_to_end);
   EXPECT_EQ(destroy_events, 1);
-  EXPECT_EQ(call("instance_exists", {ref(a)}), "number:0");
-  EXPECT_EQ(call("instance_exists", {object_value(*a)}), "number:0");
+  EXPECT_EQ(call_shown("instance_exists", {ref(a)}), "number:0");
+  EXPECT_EQ(call_shown("instance_exists", {object_value(*a)}), "number:0");
   CInstance* quiet = instance_create(0, 0, object, 0);
-  call("instance_destroy", {ref(quiet), RValue::boolean(false)});
+  call_builtin("instance_destroy", {ref(quiet), RValue::boolean(false)});
   EXPECT_EQ(destroy_events, 1) << "Destroy not asked for";
   EXPECT_TRUE(quiet->has(instance_flag::MARKED));
-  call("instance_destroy", {number(object)});
+  call_builtin("instance_destroy", {number(object)});
   EXPECT_EQ(destroy_events, 2);
   EXPECT_TRUE(b->has(instance_flag::MARKED));
   QvObjectBase plain(QvObjectBase::Struct, "Object");
-  EXPECT_FATAL(call("instance_destroy", {object_value(plain)}), "not an instance");
-  EXPECT_FATAL(call("instance_destroy", {}), "not an instance");
+  EXPECT_FATAL(call_shown("instance_destroy", {object_value(plain)}), "not an instance");
+  EXPECT_FATAL(call_shown("instance_destroy", {}), "not an instance");
 }
 
 TEST_F(With, EventsRoomsVariablesAndTheEndOfTheGameByName) {
@@ -217,28 +203,28 @@ TEST_F(With, EventsRoomsVariablesAndTheEndOfTheGameByName) {
   enter_room();
   const int32_t next = room_add(RoomDescription{"seconda"});
   CInstance* i = instance_create(0, 0, object, 0);
-  call("event_perform", {number(ev::OTHER), number(12)}, i, i);
+  call_builtin("event_perform", {number(ev::OTHER), number(12)}, i, i);
   EXPECT_EQ(ran_on, i);
-  EXPECT_FATAL(call("event_perform", {number(ev::OTHER), number(12)}),
+  EXPECT_FATAL(call_shown("event_perform", {number(ev::OTHER), number(12)}),
                "Attempt to dispatch event on non-instance object");
-  EXPECT_EQ(call("object_get_name", {number(object)}), "string:oggetto");
-  EXPECT_EQ(call("object_get_name", {number(9)}), "string:<undefined>");
+  EXPECT_EQ(call_shown("object_get_name", {number(object)}), "string:oggetto");
+  EXPECT_EQ(call_shown("object_get_name", {number(9)}), "string:<undefined>");
 
-  call("variable_instance_set", {ref(i), RValue::text("vite"), number(3)});
-  EXPECT_EQ(call("variable_instance_get", {ref(i), RValue::text("vite")}), "number:3");
-  EXPECT_EQ(call("variable_instance_get", {ref(i), RValue::text("mai_vista")}), "undefined:undefined");
-  call("variable_global_set", {RValue::text("livello"), number(4)});
-  EXPECT_EQ(call("variable_global_get", {RValue::text("livello")}), "number:4");
-  EXPECT_EQ(call("variable_global_get", {RValue::text("mai_globale")}), "undefined:undefined");
+  call_builtin("variable_instance_set", {ref(i), RValue::text("vite"), number(3)});
+  EXPECT_EQ(call_shown("variable_instance_get", {ref(i), RValue::text("vite")}), "number:3");
+  EXPECT_EQ(call_shown("variable_instance_get", {ref(i), RValue::text("mai_vista")}), "undefined:undefined");
+  call_builtin("variable_global_set", {RValue::text("livello"), number(4)});
+  EXPECT_EQ(call_shown("variable_global_get", {RValue::text("livello")}), "number:4");
+  EXPECT_EQ(call_shown("variable_global_get", {RValue::text("mai_globale")}), "undefined:undefined");
 
-  EXPECT_FATAL(call("room_goto", {number(2)}), "room_goto argument 1 invalid reference to (room)");
-  call("room_goto", {RValue::ref(REF_ROOM, next)});
+  EXPECT_FATAL(call_shown("room_goto", {number(2)}), "room_goto argument 1 invalid reference to (room)");
+  call_builtin("room_goto", {RValue::ref(REF_ROOM, next)});
   EXPECT_EQ(room_target(), next);
   set_room_target(ROOM_NONE);
-  call("room_restart", {});
+  call_builtin("room_restart");
   EXPECT_EQ(room_target(), current_room_index());
   set_room_target(ROOM_NONE);
-  call("game_end", {number(3)});
+  call_builtin("game_end", {number(3)});
   EXPECT_EQ(std::pair(room_target(), game_exit_status()), std::pair(ROOM_END_GAME, 3));
 }
 

@@ -8,19 +8,13 @@
 
 #include "runtime/Code/Builtins.h"
 #include "runtime/Code/Conversions.h"
+#include "support/CallBuiltin.h"
 #include "support/Fatal.h"
 
 namespace {
 
 RValue text(const char* t) { return RValue::text(t); }
 RValue num(double d) { return RValue::number(d); }
-
-// Calls a built-in by name; the answer is the kind and text form of its result.
-std::string call(const char* name, std::vector<RValue> args) {
-  RValue result;
-  EXPECT_TRUE(builtin_call(name, result, nullptr, nullptr, static_cast<int>(args.size()), args.data())) << name;
-  return kind_name(result.kind()) + (":" + value_to_text(result));
-}
 
 // The size built-in of the kind that `create` makes ("ds_grid_width" for grids).
 const char* step_name_of(const char* create) {
@@ -51,17 +45,17 @@ TEST(DsMap, KeysAreNumbersOrTextsSlotsAreReusedAndWorkersMeetNoFatal) {
       {"ds_map_exists", {map, text("id")}, "bool:1"}, {"ds_map_exists", {map, text("ID")}, "bool:0"},
       {"ds_map_destroy", {map}, "undefined:undefined"},
   };
-  for (const auto& row : rows) EXPECT_EQ(call(row.name, row.args), row.answer) << row.name;
+  for (const auto& row : rows) EXPECT_EQ(call_shown(row.name, row.args), row.answer) << row.name;
 
-  EXPECT_FATAL(call("ds_map_add", {next, RValue::pointer(nullptr), num(1)}), "Illegal key type for ds_map");
-  EXPECT_FATAL(call("ds_map_size", {map}), "ds_map_size argument 1 invalid reference to (ds_map)");
-  EXPECT_FATAL(call("ds_map_size", {num(100000)}), "ds_map_size argument 1 invalid reference to (ds_map)");
-  EXPECT_FATAL(call("ds_map_size", {RValue::ref(REF_SPRITE, 0)}),
+  EXPECT_FATAL(call_shown("ds_map_add", {next, RValue::pointer(nullptr), num(1)}), "Illegal key type for ds_map");
+  EXPECT_FATAL(call_shown("ds_map_size", {map}), "ds_map_size argument 1 invalid reference to (ds_map)");
+  EXPECT_FATAL(call_shown("ds_map_size", {num(100000)}), "ds_map_size argument 1 invalid reference to (ds_map)");
+  EXPECT_FATAL(call_shown("ds_map_size", {RValue::ref(REF_SPRITE, 0)}),
                "ds_map_size argument 1 incorrect type (ref) expecting a ds_map");
   // The lowest free slot is taken again, by an empty map that a plain number names too.
   const RValue again = ds_map_create();
   EXPECT_EQ(again.ref_index(), map.ref_index());
-  EXPECT_EQ(call("ds_map_size", {num(again.ref_index())}), "number:0");
+  EXPECT_EQ(call_shown("ds_map_size", {num(again.ref_index())}), "number:0");
   ds_map_destroy(again);
 
   // Workers and library callbacks add only new text keys to live maps, and never meet a fatal report.
@@ -69,7 +63,7 @@ TEST(DsMap, KeysAreNumbersOrTextsSlotsAreReusedAndWorkersMeetNoFatal) {
   EXPECT_FALSE(ds_map_add_from_worker(next.ref_index(), "status", num(2)));
   EXPECT_FALSE(ds_map_add_from_worker(-1, "status", num(1)));
   EXPECT_FALSE(ds_map_add_from_worker(next.ref_index() + 1000, "status", num(1)));
-  EXPECT_EQ(call("ds_map_find_value", {next, text("status")}), "number:1");
+  EXPECT_EQ(call_shown("ds_map_find_value", {next, text("status")}), "number:1");
   ds_map_destroy(next);
   EXPECT_FALSE(ds_map_add_from_worker(next.ref_index(), "status", num(1)));
 }
@@ -91,11 +85,11 @@ void play(const char* create, std::vector<RValue> create_args, const std::vector
   for (const Step& step : steps) {
     std::vector<RValue> args = {made};
     args.insert(args.end(), step.args.begin(), step.args.end());
-    const std::string answer = call(step.name, args);
+    const std::string answer = call_shown(step.name, args);
     EXPECT_TRUE(std::string(step.answer) == "*" || answer == step.answer) << step.name << " gave " << answer;
   }
-  call((std::string(create).substr(0, std::string(create).rfind('_')) + "_destroy").c_str(), {made});
-  EXPECT_FATAL(call(step_name_of(create), {made}), std::string(step_name_of(create)) + " argument 1 invalid reference to (" +
+  call_builtin(std::string(create).substr(0, std::string(create).rfind('_')) + "_destroy", {made});
+  EXPECT_FATAL(call_shown(step_name_of(create), {made}), std::string(step_name_of(create)) + " argument 1 invalid reference to (" +
                                                        std::string(ref_type_name(made.ref_type())) + ")");
 }
 
