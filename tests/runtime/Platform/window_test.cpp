@@ -62,6 +62,7 @@ TEST(WindowTest, HeadlessWindowKeepsItsStateAndDrawsOffscreen) {
   ASSERT_TRUE(w.create(800, 600, "Velant", {}));
   EXPECT_EQ(&platform::window(), &w);
   EXPECT_EQ(sides(w.size()), std::pair(800, 600));
+  EXPECT_EQ(w.caption(), "Velant");
   EXPECT_FALSE(w.fullscreen());
   w.set_size(1024, 700);
   w.set_fullscreen(true);
