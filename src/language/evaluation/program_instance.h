@@ -302,8 +302,8 @@ class ProgramInstance : public ExpressionContext {
   bool chain_number(ExpressionPlan& plan, double& out);
 
   // "aumenta" (sign 1) or "diminuisci" (sign -1) at `j` on the entries of
-  // `table` below `table_vlen`, writing element attributes through when asked.
-  void change_variable(ProgramInstance& table, int table_vlen, int j, double sign, bool write_through);
+  // `table` that a change reaches (change_limit), writing element attributes through when asked.
+  void change_variable(ProgramInstance& table, int j, double sign, bool write_through);
   // The position after the last token of the loop body that opens at
   // `start`, braces counted; -1 when they never pair up.
   int loop_body_end(int start) const;

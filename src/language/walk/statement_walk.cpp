@@ -170,10 +170,10 @@ void ProgramInstance::execute_function_ext(int from, int to) {
     if (word == Word::Aumenta || word == Word::Diminuisci) {
       const double sign = word == Word::Aumenta ? 1 : -1;
       if (!planned_change(j, sign)) {
-        change_variable(*this, vlen, j, sign, true);
+        change_variable(*this, j, sign, true);
         // An object's code changes the program-wide variable too.
         if (ProgramInstance* main = main_program(); esemplare && main && main != this) {
-          change_variable(*main, main->vlen, j, sign, false);
+          change_variable(*main, j, sign, false);
         }
       }
     }
@@ -201,10 +201,9 @@ void ProgramInstance::execute_function_ext(int from, int to) {
   }
 }
 
-void ProgramInstance::change_variable(ProgramInstance& table, int table_vlen, int j, double sign,
-                                      bool write_through) {
+void ProgramInstance::change_variable(ProgramInstance& table, int j, double sign, bool write_through) {
   const std::string_view name = token_text(j + 1);
-  const int end = std::min(table_vlen, static_cast<int>(std::min(table.vari.size(), table.val.size())));
+  const int end = table.change_limit();
   for (int v = table.find_variable(name); v >= 0 && v < end; v = table.next_variable(name, v)) {
     const double amount = text_to_real(calculate_string(*this, token_text(j + 3)).c_str());
     RValue& value = table.val[static_cast<size_t>(v)];
